@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 
 namespace qv {
 namespace {
@@ -63,29 +64,31 @@ void copyPlainBlock(To* out, const From* text) {
 // ---- single characters; encoders return the length and with a null destination only measure
 // ----------
 
+// Adds one continuation byte to the value; false where there is none.
+bool takeContinuation(unsigned& value, const char*& text, const char* end) {
+  if (text == end || byteAt(text) < 0x80) return false;
+  value = value << 6 | (byteAt(text++) & 0x3F);
+  return true;
+}
+
 int decodeBytes(const char*& text, const char* end) {
   const unsigned lead = byteAt(text++);
   if (lead < 0x80) return static_cast<int>(lead);
 
-  int continuations = 0;
+  const auto more = [&](unsigned& value) { return takeContinuation(value, text, end); };
   unsigned value = 0;
+  bool whole = false;
   if ((lead & 0x20) == 0) {
-    continuations = 1;
     value = lead & 0x1F;
+    whole = more(value);
   } else if ((lead & 0x10) == 0) {
-    continuations = 2;
     value = lead & 0x0F;
+    whole = more(value) && more(value);
   } else if ((lead & 0x08) == 0) {
-    continuations = 3;
     value = lead & 0x07;
-  } else {
-    return -1;
+    whole = more(value) && more(value) && more(value);
   }
-  for (; continuations > 0; --continuations) {
-    if (text == end || byteAt(text) < 0x80) return -1;
-    value = value << 6 | (byteAt(text++) & 0x3F);
-  }
-  return static_cast<int>(value);
+  return whole ? static_cast<int>(value) : -1;
 }
 
 template <typename Unit>
@@ -116,15 +119,30 @@ int encodedLength(unsigned character) {
 }
 
 int encodeBytes(unsigned character, char* out) {
-  constexpr std::array<unsigned, 5> kLeadBits = {0, 0, 0xC0, 0xE0, 0xF0};
   const int length = encodedLength(character);
   if (!out) return length;
-  unsigned rest = character & 0x1FFFFF;
-  for (int i = length - 1; i > 0; --i) {
-    out[i] = static_cast<char>(0x80 | (rest & 0x3F));
-    rest >>= 6;
+  const auto tail = [character](int shift) {
+    return static_cast<char>(0x80 | (character >> shift & 0x3F));
+  };
+  switch (length) {
+    case 1:
+      out[0] = static_cast<char>(character);
+      break;
+    case 2:
+      out[0] = static_cast<char>(0xC0 | character >> 6);
+      out[1] = tail(0);
+      break;
+    case 3:
+      out[0] = static_cast<char>(0xE0 | character >> 12);
+      out[1] = tail(6);
+      out[2] = tail(0);
+      break;
+    default:
+      out[0] = static_cast<char>(0xF0 | (character >> 18 & 0x07));
+      out[1] = tail(12);
+      out[2] = tail(6);
+      out[3] = tail(0);
   }
-  out[0] = static_cast<char>(kLeadBits[static_cast<std::size_t>(length)] | rest);
   return length;
 }
 
@@ -162,10 +180,9 @@ Decoded bytesToUnits(Unit* out, const char* const text, const char* const end) {
 }
 
 // Converts up to the first zero unit or the end and returns the bytes written; with a null
-// destination only counts. Nothing at or behind the end is read.
+// destination only counts. Writes no terminator where there is no room for one.
 template <typename Unit>
 std::size_t unitsToBytes(char* out, std::size_t capacity, const Unit* next, const Unit* const end) {
-  if (!out) capacity = SIZE_MAX;
   std::size_t count = 0;
   while (next != end && unitAt(next) != 0) {
     const Unit* const blockEnd = next + std::min(kBlock, end - next);
@@ -186,13 +203,14 @@ std::size_t unitsToBytes(char* out, std::size_t capacity, const Unit* next, cons
 
 template <typename Unit>
 int unitsToBoundedBytes(char* out, int capacity, const Unit* text, const Unit* end) {
-  return clampToInt(unitsToBytes(out, static_cast<std::size_t>(std::max(capacity, 0)), text, end));
+  const std::size_t room = out ? static_cast<std::size_t>(std::max(capacity, 0)) : SIZE_MAX;
+  return clampToInt(unitsToBytes(out, room, text, end));
 }
 
 std::string narrow(const wchar_t* text, const wchar_t* end) {
-  std::string bytes(unitsToBytes<wchar_t>(nullptr, 0, text, end), '\0');
-  unitsToBytes(bytes.data(), bytes.size(), text, end);
-  return bytes;
+  const std::size_t capacity = 4 * static_cast<std::size_t>(end - text) + 1;
+  const std::unique_ptr<char[]> scratch(new char[capacity]);
+  return std::string(scratch.get(), unitsToBytes(scratch.get(), capacity, text, end));
 }
 
 std::string narrow(const wchar_t* text) {
