@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writers/pdflib.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <type_traits>
-#include <typeinfo>
 
 #include "fakes/fake_pdf_library.h"
 
@@ -261,22 +259,6 @@ TEST_F(PDFlibTest, ExceptionKeepsWhatItWasMadeWith) {
   const PDFlib::Exception made("message", 7, "PDF_function", &opaque);
   const PDFlib::Exception copy(made);
   EXPECT_EQ(thrown([&] { throw copy; }, &opaque), "message|7|PDF_function|opaque");
-}
-
-TEST(PDFlibAcrossLibraries, ExceptionIsCaughtByTypeBeyondALibraryThatExportsNoneOfIt) {
-  void* const module = dlopen(ZELK_THROWING_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-  ASSERT_NE(module, nullptr) << dlerror();
-  const auto throw_error =
-      reinterpret_cast<void (*)(void*)>(dlsym(module, "zelk_throw_pdflib_exception"));
-  const auto type =
-      reinterpret_cast<const std::type_info* (*)()>(dlsym(module, "zelk_pdflib_exception_type"));
-  ASSERT_NE(throw_error, nullptr);
-  ASSERT_NE(type, nullptr);
-  EXPECT_NE(type(), &typeid(PDFlib::Exception)) << "the library has no type of its own";
-  int opaque = 0;
-  EXPECT_EQ(thrown([&] { throw_error(&opaque); }, &opaque),
-            "raised beyond the edge|42|PDF_end_page_ext|opaque");
-  dlclose(module);
 }
 
 }  // namespace
