@@ -123,7 +123,7 @@ void raise_if_due(const char* function) {
 }
 
 template <typename Result>
-Result answer(const char* function) {
+Result answer(const char* function = "") {
   const char* const text = library.answers_null_text ? nullptr : library.text.c_str();
   const auto own = library.numbers.find(function);
   if constexpr (std::is_same_v<Result, int>)
