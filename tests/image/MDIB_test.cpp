@@ -13,7 +13,7 @@ using Bytes = std::vector<unsigned char>;
 
 // Rasters that cannot be had are asked for below; under the sanitizer that is null, too, not the
 // end.
-extern "C" const char* __asan_default_options() {
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
   return "allocator_may_return_null=1";
 }
 
