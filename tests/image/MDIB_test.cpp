@@ -118,8 +118,11 @@ TEST(MDIB, InitOfAnotherSizeTakesTheNewResolution) {
 TEST(MDIB, SizesThatCannotBeHadFailEachTime) {
   const struct {
     int width, height;
-  } sizes[] = {{0, 0},   {0, 5},       {5, 0},       {-5, 5},           {5, -5},
-               {-5, -5}, {INT_MIN, 1}, {1, INT_MIN}, {INT_MIN, INT_MIN}};
+  } sizes[] = {{0, 0},       {0, 5},
+               {5, 0},       {-5, 5},
+               {5, -5},      {-5, -5},
+               {INT_MIN, 1}, {-1'431'655'760, 5},
+               {1, INT_MIN}, {INT_MIN, INT_MIN}};
   for (const auto& [width, height] : sizes) {
     for (const int bitCount : {1, 8, 24}) {
       MDIB dib;
@@ -134,6 +137,7 @@ TEST(MDIB, RowsBeyondTheRangeOfAnIntFail) {
   expectFailedInit(dib, INT_MAX, 1, 8);
   expectFailedInit(dib, INT_MAX, 1, 24);
   expectFailedInit(dib, INT_MAX / 3 + 1, 1, 24);
+  expectFailedInit(dib, 1'431'655'770, 1, 24);  // 16 bytes more than 32 bits can count
   expectFailedInit(dib, INT_MAX, INT_MAX, 24);
 }
 
