@@ -39,16 +39,6 @@ bool is_vertical(const PageIterator& it) {
          orientation == tesseract::ORIENTATION_PAGE_RIGHT;
 }
 
-std::u32string symbol_text(const ResultIterator& it) {
-  const std::unique_ptr<char[]> utf8(it.GetUTF8Text(RIL_SYMBOL));
-  std::u32string text;
-  if (!utf8) return text;
-  for (const auto code : tesseract::UNICHAR::UTF8ToUTF32(utf8.get())) {
-    if (code > ' ') text.push_back(static_cast<char32_t>(code));
-  }
-  return text;
-}
-
 // Builds the tree of a page from a walk over its symbols.
 class Builder {
  public:
@@ -57,7 +47,7 @@ class Builder {
     if (it.IsAtBeginningOf(RIL_PARA)) pending_paragraph_ = true;
     if (it.IsAtBeginningOf(RIL_TEXTLINE)) pending_line_ = true;
     if (it.IsAtBeginningOf(RIL_WORD)) pending_word_ = true;
-    Character character{box_of(it, RIL_SYMBOL), symbol_text(it), confidence_of(it, RIL_SYMBOL)};
+    Character character{box_of(it, RIL_SYMBOL), character_at(it), confidence_of(it, RIL_SYMBOL)};
     if (character.text.empty()) return;
     open(it);
     blocks_.back().lines.back().words.back().characters.push_back(std::move(character));
@@ -103,6 +93,16 @@ std::vector<Box> text_lines(tesseract::TessBaseAPI& api) {
     if (box.right > box.left && box.bottom > box.top) boxes.push_back(box);
   } while (it->Next(RIL_TEXTLINE));
   return boxes;
+}
+
+std::u32string character_at(const ResultIterator& it) {
+  const std::unique_ptr<char[]> utf8(it.GetUTF8Text(RIL_SYMBOL));
+  std::u32string text;
+  if (!utf8) return text;
+  for (const auto code : tesseract::UNICHAR::UTF8ToUTF32(utf8.get())) {
+    if (code > ' ') text.push_back(static_cast<char32_t>(code));
+  }
+  return text;
 }
 
 std::vector<Block> read_blocks(tesseract::TessBaseAPI& api) {

@@ -48,13 +48,13 @@ const Recognizer::Alternative& Recognizer::choose(Pix* pix, int resolution) {
   set_page(*first.api, pix, resolution, segmentation_);
   if (alternatives_.size() == 1) return first;
 
-  const std::vector<Box> samples = sample_lines(text_lines(*first.api));
+  const std::vector<Box> lines = text_lines(*first.api);
   const Alternative* best = &first;
   double best_share = kForeignShare;
   for (std::size_t i = 1; i < alternatives_.size(); ++i) {
     TessBaseAPI& api = *alternatives_[i].api;
     set_page(api, pix, resolution, tesseract::PSM_SINGLE_LINE);
-    const double share = foreign_share(api, samples, *first.api);
+    const double share = foreign_share(api, lines, *first.api);
     if (share > best_share) {
       best = &alternatives_[i];
       best_share = share;

@@ -16,6 +16,10 @@ bool is_wide(char32_t code);
 // True for East Asian punctuation, which carries its own white space.
 bool is_wide_punctuation(char32_t code);
 
+// True for letters of any script, Han characters and kana included; false for digits, punctuation
+// and symbols.
+bool is_letter(char32_t code);
+
 // True when white space seen between these two characters is part of the text. It is between Latin
 // words and between a Latin word and a Han character; it is not between Han characters nor beside
 // East Asian punctuation.
