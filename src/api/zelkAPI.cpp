@@ -13,15 +13,15 @@ ofd::MainProcess _pdf_process;
 
 namespace {
 
-constexpr int kPathCapacity = 256;
+constexpr int kPathCapacity = 256;  // longer wide paths are cut at a whole character
 
 }  // namespace
 
 int zelk_init_engine(const char* dll_path) { return _pdf_process.init_engine(dll_path); }
 
 int zelk_init_engine_unicode(const wchar_t* dll_path) {
-  // A path of exactly 256 bytes fills the buffer without a terminator, so it is read with a bound.
-  char path[kPathCapacity] = {};
+  if (dll_path == nullptr) return zelk_init_engine(nullptr);
+  char path[kPathCapacity] = {};  // filled to the brim it has no terminator
   qv::StringFormat::wchartoutf8(path, dll_path, kPathCapacity);
   return _pdf_process.init_engine(std::string(path, strnlen(path, sizeof path)).c_str());
 }
@@ -33,6 +33,7 @@ int zelk_load_image_document(const char* image_filename, int resolution) {
 }
 
 int zelk_load_image_document_unicode(const wchar_t* image_filename, int resolution) {
+  if (image_filename == nullptr) return zelk_load_image_document(nullptr, resolution);
   char path[kPathCapacity + 4] = {};  // always terminated
   qv::StringFormat::wchartoutf8(path, image_filename, kPathCapacity);
   return _pdf_process.load_image_document(path, resolution);
