@@ -45,7 +45,8 @@ target_compile_options(zelk_hardening INTERFACE
   -fstack-protector-strong -fstack-clash-protection -fcf-protection)
 target_link_options(zelk_hardening INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 if(ZELK_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_compile_options(
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 else()
   target_compile_options(zelk_hardening INTERFACE

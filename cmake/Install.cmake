@@ -34,6 +34,7 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/package/zelkConfigVersion.c
 install(FILES ${CMAKE_BINARY_DIR}/package/zelkConfig.cmake
   ${CMAKE_BINARY_DIR}/package/zelkConfigVersion.cmake DESTINATION ${ZELK_INSTALL_CMAKEDIR})
 
-file(RELATIVE_PATH pkgconfig_to_prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+file(RELATIVE_PATH pkgconfig_to_prefix
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/zelk.pc.in ${CMAKE_BINARY_DIR}/package/zelk.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/package/zelk.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

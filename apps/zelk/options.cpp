@@ -16,11 +16,11 @@ const char* const kDescription =
 
 const char* const kFooter = R"(
 Results go to standard output or to the file of --output; everything else goes to standard error.
-JSON: one line for each file, {"file": name, "page_count": n, "pages": [...]}, with one entry for each
-page that was read; null stands for an entry that is no JSON.
+JSON is one line for each file, {"file": name, "page_count": n, "pages": [...]}, with one entry for
+each page that was read; null stands for an entry that is no JSON.
 
-Exit codes: 0 all done, 1 wrong usage, 2 some files or pages could not be read, 3 the engine could not
-be started, 4 the output could not be written.
+Exit codes: 0 all done, 1 wrong usage, 2 some files or pages could not be read, 3 the engine could
+not be started, 4 the output could not be written.
 
 Examples:
   zelk letter.png
