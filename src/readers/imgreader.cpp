@@ -3,29 +3,23 @@
 
 #include <FreeImage.h>
 
-#include <cstdint>
+#include "readers/page_limit.h"
 
 namespace {
 
-// Decoders fill the whole picture that a header declares, so a header of a few bytes can ask for more
-// memory than any machine has. Pictures beyond this are refused by their header.
-constexpr std::uint64_t kMaxPixels = 0x7FFFFFFF;
-
-bool declares_sensible_size(FREE_IMAGE_FORMAT type, const char* image_file) {
+bool header_may_be_decoded(FREE_IMAGE_FORMAT type, const char* image_file) {
   if (!FreeImage_FIFSupportsNoPixels(type)) return true;
   FIBITMAP* const header = FreeImage_Load(type, image_file, FIF_LOAD_NOPIXELS);
-  if (header == nullptr) return true;  // decoding will tell
-  const std::uint64_t pixels =
-      std::uint64_t{FreeImage_GetWidth(header)} * FreeImage_GetHeight(header);
+  const bool allowed = may_be_decoded(header);
   FreeImage_Unload(header);
-  return pixels <= kMaxPixels;
+  return allowed;
 }
 
 FIBITMAP* decode(const char* image_file) {
   FREE_IMAGE_FORMAT type = FreeImage_GetFileType(image_file, 0);
   if (type == FIF_UNKNOWN) type = FreeImage_GetFIFFromFilename(image_file);
   if (type == FIF_UNKNOWN || !FreeImage_FIFSupportsReading(type)) return nullptr;
-  if (!declares_sensible_size(type, image_file)) return nullptr;
+  if (!header_may_be_decoded(type, image_file)) return nullptr;
   return FreeImage_Load(type, image_file, 0);
 }
 
