@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
@@ -11,9 +12,9 @@
 
 #include "document.h"
 #include "engine_location.h"
+#include "languages.h"
 #include "options.h"
 #include "output.h"
-#include "tesseract/engine_config.h"
 #include "versions.h"
 #include "zelkAPI.h"
 
@@ -23,11 +24,19 @@ using cli::ExitCode;
 using cli::Options;
 using cli::Output;
 
-void complain(const std::string& text) { fmt::print(stderr, "zelk: {}\n", text); }
+// A message that cannot be written is dropped: the exit code still tells.
+void complain(const std::string& text) { std::fputs(("zelk: " + text + "\n").c_str(), stderr); }
 
 std::unique_ptr<Output> open_output(const Options& options, int results) {
   if (options.output.empty() || options.output == "-") return std::make_unique<Output>(results);
   return std::make_unique<Output>(options.output);
+}
+
+ExitCode show(const std::string& text, int results) {
+  Output output(results);
+  output.write(text);
+  output.finish();
+  return cli::kAllDone;
 }
 
 ExitCode recognize_files(const Options& options, const std::string& engine_dir, int results) {
@@ -48,6 +57,7 @@ ExitCode recognize_files(const Options& options, const std::string& engine_dir, 
     return cli::kNoEngine;
   }
 
+  cli::silence_decoders();
   ExitCode exit_code = cli::kAllDone;
   for (const std::string& file : options.files) {
     const std::string lost = cli::recognize_file(file, options, *output);
@@ -63,11 +73,14 @@ ExitCode recognize_files(const Options& options, const std::string& engine_dir, 
 ExitCode run(const Options& options, int results) {
   if (options.language) setenv("QV_LANGUAGES", options.language->c_str(), 1);
   const std::string engine_dir = cli::engine_directory(options.engine_dir);
-  if (options.version) {
-    Output(results).write(cli::version_text(engine_dir));
-    return cli::kAllDone;
+  if (options.version) return show(cli::version_text(engine_dir), results);
+  if (options.list_languages) {
+    std::string reason;
+    const std::string list = cli::language_list(engine_dir, reason);
+    if (!list.empty()) return show(list, results);
+    complain(reason);
+    return cli::kNoEngine;
   }
-  if (options.list_languages) return list_languages(engine_dir, results);
   return recognize_files(options, engine_dir, results);
 }
 
@@ -79,17 +92,14 @@ int main(int argc, char** argv) {
   try {
     const cli::ParsedOptions parsed = cli::parse_options(argc, argv);
     if (parsed.options) return run(*parsed.options, results);
-    if (parsed.exit_code != cli::kAllDone) {
-      complain(parsed.message);
-      return parsed.exit_code;
-    }
-    Output(results).write(parsed.message);
-    return cli::kAllDone;
+    if (parsed.exit_code == cli::kAllDone) return show(parsed.message, results);
+    complain(parsed.message);
+    return parsed.exit_code;
   } catch (const std::system_error& error) {
     complain(fmt::format("cannot write the output: {}", error.what()));
     return cli::kOutputFailed;
   } catch (const std::exception& error) {
     complain(error.what());
-    return cli::kSomeInputsUnreadable;
+    return cli::kOutputFailed;
   }
 }

@@ -28,16 +28,16 @@ Examples:
   zelk --format json scans/*.tif | jq .pages[0])";
 
 void add_options(CLI::App& app, Options& options) {
-  app.add_option("FILE", options.files, "Documents, handled one after another");
+  app.add_option("FILE", options.files, "Documents, handled one after another")->option_text("...");
 
   app.add_option("--lang", options.language,
                  "Languages to recognise, joined by \"+\", best first (sets QV_LANGUAGES)")
       ->type_name("L")
       ->group("Recognition");
-  app.add_option("--dpi", options.dpi, "Resolution for PDF pages, in dots per inch")
+  app.add_option("--dpi", options.dpi,
+                 "Resolution for PDF pages in dots per inch, 36 to 2400 (default: 200)")
       ->type_name("N")
-      ->check(CLI::Range(kLowestDpi, kHighestDpi))
-      ->capture_default_str()
+      ->check(CLI::Range(kLowestDpi, kHighestDpi).description(""))
       ->group("Recognition");
   app.add_option("--engine", options.engine_dir,
                  "Directory of libQVEngine.so (default: zelk/engine beside the library)")

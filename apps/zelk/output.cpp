@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -65,6 +66,15 @@ int claim_standard_output() {
   }
   std::setvbuf(stdout, nullptr, _IONBF, 0);  // keeps the order among messages on standard error
   return results;
+}
+
+void silence_decoders() {
+  using SetHandler = void* (*)(void*);
+  for (const char* symbol : {"TIFFSetErrorHandler", "TIFFSetWarningHandler"}) {
+    // Found only where the picture library has libtiff below it as a library of its own.
+    const auto set_handler = reinterpret_cast<SetHandler>(dlsym(RTLD_DEFAULT, symbol));
+    if (set_handler != nullptr) set_handler(nullptr);
+  }
 }
 
 Output::Output(int descriptor) : _descriptor(descriptor), _path("standard output") {}

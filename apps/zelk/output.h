@@ -12,6 +12,10 @@ namespace cli {
 // closed.
 int claim_standard_output();
 
+// Stops libtiff from printing a line for each private tag that it meets; what cannot be decoded is
+// told per file.
+void silence_decoders();
+
 // Where results go. Every operation throws std::system_error when the results cannot be delivered.
 class Output {
  public:
