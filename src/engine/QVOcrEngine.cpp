@@ -3,8 +3,8 @@
 
 #include <dlfcn.h>
 
-#include <cstdio>
 #include <cstddef>
+#include <cstdio>
 #include <string>
 #include <type_traits>
 
@@ -42,7 +42,9 @@ constexpr EntryPoint kEntryPoints[] = {
     {"qv_get_result_json", "_qv_get_result_json = NULL", store<&QVOcrEngine::_qv_get_result_json>},
 };
 
-const char* text_or_null_word(const char* text) { return text != nullptr ? text : "(null)"; }
+const char* text_or_null_word(const char* text) {
+  return text != nullptr ? text : "(null)";
+}
 
 void* open_library(const char* dll_path) {
   const std::string path = std::string(text_or_null_word(dll_path)) + kLibraryName;
@@ -107,8 +109,8 @@ void QVOcrEngine::uninit_engine() {
   if (_qv_uninit_engine != nullptr) _qv_uninit_engine();
   dlclose(_hinst);
   _hinst = nullptr;
-  // The JSON slot keeps its stale value: nobody asks for JSON before a recognition has succeeded, and
-  // without an engine none does.
+  // The JSON slot keeps its stale value: nobody asks for JSON before a recognition has succeeded,
+  // and without an engine none does.
   const QV_GET_RESULT_JSON stale_entry = _qv_get_result_json;
   clear_slots();
   _qv_get_result_json = stale_entry;
@@ -125,13 +127,17 @@ int QVOcrEngine::set_image_data(const unsigned char* image_buffer, int width, in
   return _qv_set_image_data(image_buffer, width, height, bitcount, line_bytes, imgpro);
 }
 
-int QVOcrEngine::recognize() { return _qv_recognize != nullptr ? _qv_recognize() : -1; }
+int QVOcrEngine::recognize() {
+  return _qv_recognize != nullptr ? _qv_recognize() : -1;
+}
 
 bool QVOcrEngine::save_ocrfile(const char* txt_file_name) {
   return _qv_save_ocrfile != nullptr ? _qv_save_ocrfile(txt_file_name) : true;
 }
 
-int QVOcrEngine::get_lines_num() { return _qv_get_lines_num != nullptr ? _qv_get_lines_num() : 0; }
+int QVOcrEngine::get_lines_num() {
+  return _qv_get_lines_num != nullptr ? _qv_get_lines_num() : 0;
+}
 
 bool QVOcrEngine::get_line_info_ex(int id, OCR_CHAR* char_info, int& char_num) {
   return _qv_get_line_info_ex != nullptr ? _qv_get_line_info_ex(id, char_info, char_num) : false;

@@ -7,8 +7,8 @@
 namespace zelk {
 
 // Copies rows between a raster with the top row first and one with the bottom row first, in either
-// direction: copy_row(destination row, source row) is called for each. Pitches are bytes from one row
-// to the next.
+// direction: copy_row(destination row, source row) is called for each. Pitches are bytes from one
+// row to the next.
 template <class CopyRow>
 void copy_rows_flipped(unsigned char* destination, std::size_t destination_pitch,
                        const unsigned char* source, std::size_t source_pitch, std::size_t rows,
@@ -18,8 +18,11 @@ void copy_rows_flipped(unsigned char* destination, std::size_t destination_pitch
   }
 }
 
-// Copies `pixels` pixels of four bytes (blue, green, red, alpha) as three, dropping alpha.
-void bgra_to_bgr(unsigned char* destination, const unsigned char* source, std::size_t pixels);
+// The same for rows of `width` pixels of four bytes (blue, green, red, alpha) in the source and of
+// three in the destination: alpha is dropped.
+void copy_flipped_without_alpha(unsigned char* destination, std::size_t destination_pitch,
+                                const unsigned char* source, std::size_t source_pitch,
+                                std::size_t width, std::size_t rows);
 
 }  // namespace zelk
 

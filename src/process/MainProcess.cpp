@@ -58,7 +58,9 @@ int MainProcess::init_engine(const char* dll_path) {
   return _engine.init_engine(dll_path) == 0 ? 0 : 1;
 }
 
-void MainProcess::uninit_engine() { _engine.uninit_engine(); }
+void MainProcess::uninit_engine() {
+  _engine.uninit_engine();
+}
 
 bool MainProcess::create_reader(const char* image_filename, int) {
   // The old reader's document stays open: only free_image_document calls free_image.
@@ -105,9 +107,13 @@ void MainProcess::clear_images() {
   _double_document_file_name.clear();
 }
 
-const char* MainProcess::get_ocr_string() { return _ocr_string.c_str(); }
+const char* MainProcess::get_ocr_string() {
+  return _ocr_string.c_str();
+}
 
-const wchar_t* MainProcess::get_ocr_string_unicode() { return _ocr_string_unicode.c_str(); }
+const wchar_t* MainProcess::get_ocr_string_unicode() {
+  return _ocr_string_unicode.c_str();
+}
 
 const char* MainProcess::get_ocr_json_buffer(int page_id) {
   if (page_id < 0 || static_cast<std::size_t>(page_id) >= _ocr_array_jsonbuffer.size()) return "";

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// The page loop of the process object: from the reader's bitmap through the engine to results and writer.
+// The page loop of the process object: from the reader's bitmap through the engine to results and
+// writer.
 #include <FreeImage.h>
 
-#include <climits>
 #include <cstring>
 #include <memory>
 
-#include "image/pixel_rows.h"
 #include "process/MainProcess.h"
+#include "process/page_raster.h"
 #include "readers/imgreader.h"
 
 namespace {
@@ -15,47 +15,13 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kNothingToRecognize = 2;
 
-constexpr int kEngineResolution = 300;  // of the engine's raster, whatever the document's is
-constexpr int kListResolution = 200;    // asked of the reader of a list entry, which ignores it
+constexpr int kListResolution = 200;  // asked of the reader of a list entry, which ignores it
 constexpr int kPrepareImage = 1;
 constexpr std::size_t kJsonCapacity = 4096000;
 
 // An engine that reports more than this on one page is not believed.
 constexpr int kMaxLines = 1 << 20;
 constexpr std::size_t kMaxCharacters = 1 << 20;
-
-int dots_per_meter(int dots_per_inch) {
-  const double dots = dots_per_inch * 1000.0 / 25.4;
-  if (dots >= INT_MAX) return INT_MAX;
-  if (dots <= INT_MIN) return INT_MIN;
-  return static_cast<int>(dots);
-}
-
-void stamp_resolution(FIBITMAP* dib, int dots_per_inch) {
-  const auto meter_x = static_cast<unsigned>(dots_per_meter(dots_per_inch));
-  FreeImage_SetDotsPerMeterX(dib, meter_x);
-  FreeImage_SetDotsPerMeterY(dib, meter_x);
-}
-
-// Copies the page into the engine's raster, top row first. False when no raster can be made of it.
-bool copy_page(FIBITMAP* dib, zelk::MDIB& image) {
-  const unsigned width = FreeImage_GetWidth(dib);
-  const unsigned height = FreeImage_GetHeight(dib);
-  const unsigned char* const bits = FreeImage_GetBits(dib);
-  if (bits == nullptr || FreeImage_GetBPP(dib) != 24 || width > INT_MAX || height > INT_MAX) {
-    return false;
-  }
-  if (image.Init(static_cast<int>(width), static_cast<int>(height), 24, kEngineResolution) != 1) {
-    return false;
-  }
-  const std::size_t row_bytes = std::size_t{3} * width;
-  zelk::copy_rows_flipped(image.m_lpBuf, static_cast<std::size_t>(image.m_nLineLength), bits,
-                          FreeImage_GetPitch(dib), height,
-                          [row_bytes](unsigned char* destination, const unsigned char* source) {
-                            std::memcpy(destination, source, row_bytes);
-                          });
-  return true;
-}
 
 }  // namespace
 
@@ -72,7 +38,8 @@ void MainProcess::clear_results() {
   _json_buffer_unicode.clear();
 }
 
-// Starts the searchable PDF if one is wanted. False when it could not be started: no page goes to it then.
+// Starts the searchable PDF if one is wanted. False when it could not be started: no page goes to
+// it then.
 bool MainProcess::start_writing() {
   if (_double_document_file_name.empty() || _writer == nullptr) return true;
   return _writer->create_document(_double_document_file_name.c_str()) == 0;
@@ -119,7 +86,7 @@ bool MainProcess::recognize_page(FIBITMAP* dib, bool double_flag) {
   stamp_resolution(dib, _pdf_resolution);
   zelk::MDIB image;
   bool written = false;
-  if (copy_page(dib, image)) {
+  if (page_to_raster(dib, image)) {
     std::vector<OCR_CHAR> out_char_info;
     int text_dir = 0;
     recognize_image_file(image, out_char_info, text_dir);

@@ -43,4 +43,6 @@ FIBITMAP* imgreader::get_cur_image(int id) {
 
 void imgreader::free_image() {}
 
-void imgreader::forget_image() { _dib = nullptr; }
+void imgreader::forget_image() {
+  _dib = nullptr;
+}

@@ -27,7 +27,9 @@ using TextPage = std::unique_ptr<fpdf_textpage_t__, Releaser<FPDFText_ClosePage>
 using Bitmap = std::unique_ptr<fpdf_bitmap_t__, Releaser<FPDFBitmap_Destroy>>;
 
 // Truncates a size in pixels. 0 for one that no bitmap can have.
-int whole_pixels(double size) { return size >= 1.0 && size <= INT_MAX ? static_cast<int>(size) : 0; }
+int whole_pixels(double size) {
+  return size >= 1.0 && size <= INT_MAX ? static_cast<int>(size) : 0;
+}
 
 Bitmap render(FPDF_PAGE page, int width, int height) {
   Bitmap bitmap(FPDFBitmap_Create(width, height, 1));
@@ -42,18 +44,17 @@ FIBITMAP* copy_without_alpha(FPDF_BITMAP bitmap, int width, int height) {
   const int line_bytes = FPDFBitmap_GetStride(bitmap);
   FIBITMAP* const dib = FreeImage_AllocateT(FIT_BITMAP, width, height, 24, 0, 0, 0);
   if (dib == nullptr) return nullptr;
-  const std::size_t pixels = FreeImage_GetWidth(dib);
-  zelk::copy_rows_flipped(FreeImage_GetBits(dib), FreeImage_GetPitch(dib), buffer,
-                          static_cast<std::size_t>(line_bytes), FreeImage_GetHeight(dib),
-                          [pixels](unsigned char* destination, const unsigned char* source) {
-                            zelk::bgra_to_bgr(destination, source, pixels);
-                          });
+  zelk::copy_flipped_without_alpha(FreeImage_GetBits(dib), FreeImage_GetPitch(dib), buffer,
+                                   static_cast<std::size_t>(line_bytes), FreeImage_GetWidth(dib),
+                                   FreeImage_GetHeight(dib));
   return dib;
 }
 
 }  // namespace
 
-pdfiumreader::pdfiumreader() { FPDF_InitLibrary(); }
+pdfiumreader::pdfiumreader() {
+  FPDF_InitLibrary();
+}
 
 pdfiumreader::~pdfiumreader() {
   FPDF_DestroyLibrary();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Documents of every kind through the shared library, against a scripted engine.
-#include "api/zelkAPI.h"
 #include "support/Documents.h"
+#include "api/zelkAPI.h"
 #include "support/ScriptedEngine.h"
 
 namespace {

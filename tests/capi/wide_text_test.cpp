@@ -15,7 +15,9 @@ class WideText : public testing::Test {
   }
 };
 
-std::wstring widen(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
+std::wstring widen(const std::string& ascii) {
+  return std::wstring(ascii.begin(), ascii.end());
+}
 
 // What the engine's directory text was taken for, from the line that a failed start prints.
 std::string directory_taken(const std::wstring& directory) {
@@ -65,7 +67,8 @@ TEST_F(WideText, DocumentPathIsCutAt256BytesAndTerminated) {
   ASSERT_EQ(path.size(), 256U);
   write_image(path, 5, 4);
   EXPECT_EQ(zelk_load_image_document_unicode(widen(path).c_str(), 200), 1);
-  EXPECT_EQ(zelk_load_image_document_unicode(widen(path + "x").c_str(), 200), 1) << "cut to the same";
+  EXPECT_EQ(zelk_load_image_document_unicode(widen(path + "x").c_str(), 200), 1)
+      << "cut to the same";
   const std::string longer = start + "/x" + path.substr(start.size() + 1);
   write_image(longer, 5, 4);
   EXPECT_EQ(zelk_load_image_document_unicode(widen(longer).c_str(), 200), 0) << "cut to .pn";

@@ -29,20 +29,14 @@ bool is_mapped(const std::string& directory) {
 }
 
 int filled_slots(const QVOcrEngine& engine) {
-  const bool filled[] = {engine._qv_init_engine != nullptr,
-                         engine._qv_uninit_engine != nullptr,
-                         engine._qv_load_image_file != nullptr,
-                         engine._qv_set_image_data != nullptr,
-                         engine._qv_recognize != nullptr,
-                         engine._qv_get_lines_num != nullptr,
-                         engine._qv_get_line_info_ex != nullptr,
-                         engine._qv_save_ocrfile != nullptr,
-                         engine._qv_get_result_ex != nullptr,
-                         engine._qv_get_result_unicode != nullptr,
-                         engine._qv_get_image_direction != nullptr,
-                         engine._qv_set_auto_rotate != nullptr,
-                         engine._qv_get_result_json != nullptr,
-                         engine._qv_save_form_grid != nullptr};
+  const bool filled[] = {
+      engine._qv_init_engine != nullptr,         engine._qv_uninit_engine != nullptr,
+      engine._qv_load_image_file != nullptr,     engine._qv_set_image_data != nullptr,
+      engine._qv_recognize != nullptr,           engine._qv_get_lines_num != nullptr,
+      engine._qv_get_line_info_ex != nullptr,    engine._qv_save_ocrfile != nullptr,
+      engine._qv_get_result_ex != nullptr,       engine._qv_get_result_unicode != nullptr,
+      engine._qv_get_image_direction != nullptr, engine._qv_set_auto_rotate != nullptr,
+      engine._qv_get_result_json != nullptr,     engine._qv_save_form_grid != nullptr};
   return static_cast<int>(std::count(std::begin(filled), std::end(filled), true));
 }
 
@@ -96,7 +90,8 @@ TEST(QVOcrEngine, DirectoryOf241BytesStillFitsTheBuffer) {
   const std::string directory(241, 'd');
   const Start start(engine, directory);
   EXPECT_EQ(start.result, -1);
-  EXPECT_NE(start.printed.find("cannot open shared object file"), std::string::npos) << start.printed;
+  EXPECT_NE(start.printed.find("cannot open shared object file"), std::string::npos)
+      << start.printed;
 }
 
 TEST(QVOcrEngine, DirectoryTooLongForTheBufferIsAFailedOpen) {
@@ -116,8 +111,8 @@ TEST(QVOcrEngine, NullDirectoryIsAFailedOpen) {
   QVOcrEngine engine;
   testing::internal::CaptureStdout();
   EXPECT_EQ(engine.init_engine(nullptr), -1);
-  EXPECT_EQ(testing::internal::GetCapturedStdout().rfind("(null)libQVEngine.so: dlopen () ERROR", 0),
-            0U);
+  EXPECT_EQ(
+      testing::internal::GetCapturedStdout().rfind("(null)libQVEngine.so: dlopen () ERROR", 0), 0U);
 }
 
 TEST(QVOcrEngine, FailedOpenLeavesStaleSlotsAsTheyWere) {
@@ -204,8 +199,8 @@ TEST(QVOcrEngine, StartAfterARefusedStartRunsTheWholeSequence) {
   fake.script->init_code = 0;
   EXPECT_EQ(Start(engine, fake.directory).result, 0);
   engine.uninit_engine();
-  EXPECT_EQ(fake.calls, (std::vector<std::string>{"init " + fake.directory, "init " + fake.directory,
-                                                  "uninit"}));
+  EXPECT_EQ(fake.calls, (std::vector<std::string>{"init " + fake.directory,
+                                                  "init " + fake.directory, "uninit"}));
 }
 
 struct MissingEntry {

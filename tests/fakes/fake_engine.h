@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The script of a stand-in engine: what it answers, and what it was asked. A test reaches it through the
-// engine's extra symbol fake_engine and keeps the library open, so that script and records outlive a stop.
+// The script of a stand-in engine: what it answers, and what it was asked. A test reaches it
+// through the engine's extra symbol fake_engine and keeps the library open, so that script and
+// records outlive a stop.
 #ifndef ZELK_TESTS_FAKES_FAKE_ENGINE_H
 #define ZELK_TESTS_FAKES_FAKE_ENGINE_H
 

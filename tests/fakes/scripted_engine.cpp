@@ -23,14 +23,18 @@ const FakePage& current_page() {
 
 extern "C" {
 
-FakeEngine* fake_engine() { return &script; }
+FakeEngine* fake_engine() {
+  return &script;
+}
 
 int qv_init_engine(const char* dll_path) {
   record(std::string("init ") + dll_path);
   return script.init_code;
 }
 
-void qv_uninit_engine() { record("uninit"); }
+void qv_uninit_engine() {
+  record("uninit");
+}
 
 int qv_load_image_file(const char* image_file, int imgpro) {
   record(std::string("load ") + image_file + " " + std::to_string(imgpro));

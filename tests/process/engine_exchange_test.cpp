@@ -32,11 +32,10 @@ TEST_F(EngineExchange, CallsComeInAFixedOrder) {
   page.lines.push_back({ocr_char('c')});
   fake.script->pages = {page};
   EXPECT_EQ(recognize(), 0);
-  EXPECT_EQ(fake.calls,
-            (std::vector<std::string>{"set", "recognize", "lines_num", "line 0 count with 0",
-                                      "line 0 records with 2", "line 1 count with 0",
-                                      "line 2 count with 0", "line 2 records with 1", "text", "wide",
-                                      "json 4096000"}));
+  EXPECT_EQ(fake.calls, (std::vector<std::string>{
+                            "set", "recognize", "lines_num", "line 0 count with 0",
+                            "line 0 records with 2", "line 1 count with 0", "line 2 count with 0",
+                            "line 2 records with 1", "text", "wide", "json 4096000"}));
   ASSERT_EQ(characters.size(), 3U);
   EXPECT_EQ(characters[2].code, 'c');
   EXPECT_EQ(text_dir, 0) << "engines have no entry point for the direction";

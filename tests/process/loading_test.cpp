@@ -31,8 +31,8 @@ TEST(MainProcess, ExtensionChoosesTheReaderInAnyCase) {
 
 TEST(MainProcess, OtherNamesMakeNoReader) {
   ofd::MainProcess process{};
-  for (const char* name : {"a.gif", "a.jp2", "a", "a.", "", ".", "/data/scans.old/page", "a.png.", "pdf",
-                           "a.pdf ", "a.\xC3\x84"}) {
+  for (const char* name : {"a.gif", "a.jp2", "a", "a.", "", ".", "/data/scans.old/page", "a.png.",
+                           "pdf", "a.pdf ", "a.\xC3\x84"}) {
     ASSERT_TRUE(process.create_reader("a.png", 200));
     EXPECT_FALSE(process.create_reader(name, 200)) << name;
     EXPECT_EQ(process._reader, nullptr) << "the old reader is gone as well";

@@ -60,17 +60,20 @@ TEST(tiffreader, UnreadableFilesGiveNoPages) {
 
 std::string little_endian(std::uint32_t value, int bytes) {
   std::string text;
-  for (int shift = 0; shift < 8 * bytes; shift += 8) text += static_cast<char>(value >> shift & 0xFF);
+  for (int shift = 0; shift < 8 * bytes; shift += 8)
+    text += static_cast<char>(value >> shift & 0xFF);
   return text;
 }
 
 // The directory of an uncompressed grey page of 8 bits a pixel whose one strip lies at `strip`.
 std::string directory(std::uint32_t side, std::uint32_t strip, std::uint32_t next) {
-  const std::uint32_t entries[][2] = {{256, side}, {257, side}, {258, 8},    {259, 1},          {262, 1},
-                                      {273, strip}, {277, 1},   {278, side}, {279, side * side}};
+  const std::uint32_t entries[][2] = {{256, side}, {257, side}, {258, 8},
+                                      {259, 1},    {262, 1},    {273, strip},
+                                      {277, 1},    {278, side}, {279, side * side}};
   std::string text = little_endian(9, 2);
   for (const auto& [tag, value] : entries) {
-    text += little_endian(tag, 2) + little_endian(4, 2) + little_endian(1, 4) + little_endian(value, 4);
+    text +=
+        little_endian(tag, 2) + little_endian(4, 2) + little_endian(1, 4) + little_endian(value, 4);
   }
   return text + little_endian(next, 4);
 }

@@ -90,7 +90,8 @@ void write_pdf(const std::string& path, const std::vector<PdfPage>& pages) {
                           " >>\nstream\n" + pages[page].content + "\nendstream";
   }
   objects[1] = "<< /Type /Catalog /Pages 2 0 R >>";
-  objects[2] = "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(pages.size()) + " >>";
+  objects[2] =
+      "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(pages.size()) + " >>";
 
   std::string pdf = "%PDF-1.7\n";
   std::string trailer = "<< /Size " + std::to_string(3 + 2 * pages.size()) + " /Root 1 0 R >>";
@@ -102,5 +103,6 @@ void write_pdf(const std::string& path, const std::vector<PdfPage>& pages) {
     pdf += std::to_string(number) + " 0 obj\n" + body + "\nendobj\n";
   }
   const std::string start = std::to_string(pdf.size());
-  write_file(path, pdf + "xref\n" + table + "trailer\n" + trailer + "\nstartxref\n" + start + "\n%%EOF\n");
+  write_file(
+      path, pdf + "xref\n" + table + "trailer\n" + trailer + "\nstartxref\n" + start + "\n%%EOF\n");
 }

@@ -26,8 +26,8 @@ class ScratchFolder {
 void write_file(const std::string& path, const std::string& bytes);
 std::string read_file(const std::string& path);
 
-// A 24-bit bitmap in which every pixel tells its place: blue is x, green is y counted from the top, red is
-// `red`, each modulo 256.
+// A 24-bit bitmap in which every pixel tells its place: blue is x, green is y counted from the top,
+// red is `red`, each modulo 256.
 FIBITMAP* make_bitmap(unsigned width, unsigned height, unsigned char red = 7);
 
 // True when `dib` is a 24-bit bitmap as make_bitmap makes it.
@@ -46,7 +46,8 @@ struct PdfPage {
   std::string content;
 };
 
-// Writes a PDF. A page whose media box is empty is left out of the file while the page tree still names it.
+// Writes a PDF. A page whose media box is empty is left out of the file while the page tree still
+// names it.
 void write_pdf(const std::string& path, const std::vector<PdfPage>& pages);
 
 #endif  // ZELK_TESTS_SUPPORT_DOCUMENTS_H

@@ -15,8 +15,8 @@ inline std::string fake_directory(const std::string& name) {
   return std::string(ZELK_TEST_FAKES) + "/" + name + "/";
 }
 
-// Holds a scripted stand-in engine open, with a fresh script, while a test drives it through the code
-// under test.
+// Holds a scripted stand-in engine open, with a fresh script, while a test drives it through the
+// code under test.
 class ScriptedEngine {
  public:
   explicit ScriptedEngine(const std::string& name = "scripted") : directory(fake_directory(name)) {
@@ -50,7 +50,8 @@ inline OCR_CHAR ocr_char(char16_t code, std::int64_t left = 0, std::int64_t top 
 inline FakePage fake_page(const std::string& text, const std::string& json = "{}") {
   FakePage page;
   page.lines.emplace_back();
-  for (const char letter : text) page.lines.back().push_back(ocr_char(static_cast<unsigned char>(letter)));
+  for (const char letter : text)
+    page.lines.back().push_back(ocr_char(static_cast<unsigned char>(letter)));
   page.text = text;
   page.wide = std::wstring(text.begin(), text.end());
   page.json = json;

@@ -11,8 +11,8 @@
 #include "support/Documents.h"
 #include "writers/basewriter.h"
 
-// What a stand-in reader gives and what it was asked. The test owns it: readers have no destructor that
-// runs.
+// What a stand-in reader gives and what it was asked. The test owns it: readers have no destructor
+// that runs.
 struct ReaderRecord {
   int pages = 1;
   std::set<int> missing;
