@@ -25,7 +25,9 @@ using cli::Options;
 using cli::Output;
 
 // A message that cannot be written is dropped: the exit code still tells.
-void complain(const std::string& text) { std::fputs(("zelk: " + text + "\n").c_str(), stderr); }
+void complain(const std::string& text) {
+  std::fputs(("zelk: " + text + "\n").c_str(), stderr);
+}
 
 std::unique_ptr<Output> open_output(const Options& options, int results) {
   if (options.output.empty() || options.output == "-") return std::make_unique<Output>(results);

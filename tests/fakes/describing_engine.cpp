@@ -41,9 +41,13 @@ int qv_init_engine(const char*) {
   return 0;
 }
 
-void qv_uninit_engine() { std::printf("chatter: stopped\n"); }
+void qv_uninit_engine() {
+  std::printf("chatter: stopped\n");
+}
 
-int qv_load_image_file(const char*, int) { return 1; }
+int qv_load_image_file(const char*, int) {
+  return 1;
+}
 
 int qv_set_image_data(const unsigned char*, int width, int height, int, int, int) {
   page_width = width;
@@ -60,13 +64,21 @@ int qv_recognize() {
   return 0;
 }
 
-int qv_get_lines_num() { return 0; }
+int qv_get_lines_num() {
+  return 0;
+}
 
-bool qv_get_line_info_ex(int, OCR_CHAR*, int&) { return false; }
+bool qv_get_line_info_ex(int, OCR_CHAR*, int&) {
+  return false;
+}
 
-bool qv_save_ocrfile(const char*) { return false; }
+bool qv_save_ocrfile(const char*) {
+  return false;
+}
 
-const char* qv_get_result_ex() { return text; }
+const char* qv_get_result_ex() {
+  return text;
+}
 
 const wchar_t* qv_get_result_unicode() {
   std::swprintf(wide_text, sizeof wide_text / sizeof wide_text[0], L"%s", text);
