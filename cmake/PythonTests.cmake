@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# zelk_add_python_tests(SUITE FILE [ENVIRONMENT NAME=VALUE...]): every method test_* of the classes in a
-# unittest file becomes a test of its own, SUITE.Class.test_name.
+# zelk_add_python_tests(SUITE FILE [ENVIRONMENT NAME=VALUE...]): every method test_* of the classes
+# in a unittest file becomes a test of its own, SUITE.Class.test_name.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 function(zelk_add_python_tests suite file)

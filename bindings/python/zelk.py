@@ -9,8 +9,8 @@
         for page in result.pages:
             ...
 
-The library is the installed libzelk.so.1, or the file that the environment variable ZELK_LIBRARY names.
-It has one state for the whole process: use one Engine at a time, from one thread at a time.
+The library is the installed libzelk.so.1, or the file that the environment variable ZELK_LIBRARY
+names. It has one state for the whole process: use one Engine at a time, from one thread at a time.
 """
 
 import ctypes
@@ -24,8 +24,9 @@ class Error(Exception):
 
 
 class Result(typing.NamedTuple):
-    """What was recognised: all text; the parsed JSON of each page that was read (None where the engine
-    gave something else); and how many pages were asked for. Pages that cannot be read are left out."""
+    """What was recognised: all text; the parsed JSON of each page that was read, None where the
+    engine gave something else; how many pages were asked for. Pages that cannot be read are left
+    out."""
 
     text: str
     pages: list
@@ -75,8 +76,8 @@ def _page(text):
 
 
 class Engine:
-    """A started engine: the default one, or libQVEngine.so of `directory`. Stop it with close(), or by
-    leaving a with block."""
+    """A started engine: the default one, or libQVEngine.so of `directory`. Stop it with close(), or
+    by leaving a with block."""
 
     def __init__(self, directory=None):
         self._library = _load()
@@ -95,7 +96,8 @@ class Engine:
         self._library.zelk_uninit_engine()
 
     def recognize(self, path, dpi=200):
-        """Result of an image, TIFF or PDF file, by its extension; PDF pages are rendered at `dpi`."""
+        """Result of an image, TIFF or PDF file, by its extension;
+        PDF pages are rendered at `dpi` dots per inch."""
         page_count = self._library.zelk_load_image_document(os.fsencode(path), dpi)
         if page_count < 1:
             raise Error(f"{path} cannot be opened")

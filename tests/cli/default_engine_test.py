@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The command line with nothing faked: real documents, the default engine, found without being told."""
+"""The command line with nothing faked: real documents, and the default engine where it is found."""
 
 import json
 import os
@@ -48,7 +48,7 @@ class DefaultEngine(ProgramTest):
 
     def test_json_holds_the_words_of_each_page(self):
         told = json.loads(self.recognize("--format", "json", DATA / "scan.pdf"))
-        self.assertEqual([page["width"] for page in told["pages"]], [1653, 1653])
+        self.assertEqual([page["page"]["width"] for page in told["pages"]], [1653] * 2)
         self.assertIn("MEMORANDUM", json.dumps(told["pages"][1]))
 
     def test_languages_are_listed_and_can_be_used(self):

@@ -1,14 +1,13 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Damaged and malicious files: the program names what it cannot read, delivers what it can, and goes on
-to the next file. ZELK_HOSTILE_FILES may name another folder with the same files."""
+"""Damaged and malicious files: the program names what it cannot read, delivers what it can, and goes
+on to the next file."""
 
 import os
-import pathlib
 import unittest
 
 from program import DATA, ProgramTest, bmp
 
-FOLDER = pathlib.Path(os.environ.get("ZELK_HOSTILE_FILES", DATA / "hostile"))
+FOLDER = DATA / "hostile"
 
 NO_PICTURE = "the content is not a picture that can be decoded"
 NO_PDF = "the content is not a PDF"
@@ -16,8 +15,8 @@ CLOSED = "the PDF is damaged, protected by a password or has no pages"
 LOST = "the page could not be read"
 EMPTY = "the file is empty"
 
-# What is said about each file, and the sizes in pixels of the pages that are delivered. A decoder that
-# recovers more, or less, of these is at liberty to do so: then this table follows it.
+# What is said about each file, and the sizes in pixels of the pages that are delivered. A decoder
+# that recovers more, or less, of these is at liberty to do so: then this table follows it.
 EXPECTED = {
     "bad-height.bmp": (NO_PICTURE, []),
     "declares-100000x100000.tif": (LOST, []),

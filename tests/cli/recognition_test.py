@@ -45,7 +45,8 @@ class Text(ProgramTest):
 
     def test_a_name_that_looks_like_an_option_follows_two_dashes(self):
         self.file("--dpi.bmp", bmp(4, 2))
-        self.assert_result(self.run_program("--", "--dpi.bmp", cwd=self.folder), 0, b"4x2 default\n")
+        result = self.run_program("--", "--dpi.bmp", cwd=self.folder)
+        self.assert_result(result, 0, b"4x2 default\n")
 
     def test_tiff_pages_need_no_words_of_the_decoder(self):
         result = self.run_program(DATA / "english.tif")
@@ -112,7 +113,7 @@ class Engine(ProgramTest):
         self.assert_complains(result, "241 are the most")
 
     def test_a_path_of_the_greatest_length_serves(self):
-        room = 241 - 1 - len(str(self.folder)) - 1  # the "/" before the folder, and the one at the end
+        room = 241 - len(f"{self.folder}//")
         deep = self.folder / ("d" * room)
         deep.mkdir()
         (deep / "libQVEngine.so").symlink_to(FAKES / "describing/libQVEngine.so")

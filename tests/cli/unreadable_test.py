@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Files that cannot be read are named with the reason, and the others are recognised all the same."""
+"""Files that cannot be read are named with the reason; the others are recognised all the same."""
 
 import os
 import unittest

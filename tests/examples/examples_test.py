@@ -22,7 +22,8 @@ class Examples(unittest.TestCase):
         return done.returncode, lines
 
     def test_document_to_text(self):
-        self.assertEqual(self.run_example("document_to_text", ENGINE, PAGE), (0, ["640x480 default"]))
+        self.assertEqual(self.run_example("document_to_text", ENGINE, PAGE),
+                         (0, ["640x480 default"]))
         self.assertEqual(self.run_example("document_to_text", ENGINE, "/nowhere.png"), (3, []))
         self.assertEqual(self.run_example("document_to_text")[0], 1)
 

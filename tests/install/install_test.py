@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""An installation is complete, serves CMake and pkg-config, and can be moved. Each test stages one."""
+"""An installation is complete, serves CMake and pkg-config, and can be moved."""
 
 import os
 import pathlib

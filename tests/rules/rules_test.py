@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Each check of scripts/ finds what it is there for, and does not pass when there is nothing to check."""
+"""Each check of scripts/ finds what it is there for, and does not pass on nothing."""
 
 import os
 import pathlib
@@ -89,7 +89,8 @@ class Checks(unittest.TestCase):
 
     def test_headers_finds_what_is_no_c(self):
         header = self.tree / "src/api/zelk_export.h"
-        header.write_text(header.read_text() + "#ifndef ONCE\n#define ONCE\nint old_style();\n#endif\n")
+        once = "#ifndef ONCE\n#define ONCE\nint old_style();\n#endif\n"
+        header.write_text(header.read_text() + once)
         self.assert_fails("src/api/zelk_export.h", "headers", self.tree)
 
     def test_headers_finds_that_an_installed_one_is_missing(self):
@@ -98,7 +99,8 @@ class Checks(unittest.TestCase):
 
     def test_includes_finds_third_party_headers_out_of_place(self):
         for name, header in (("src/image/A.cpp", "FreeImage.h"), ("src/text/A.cpp", "dlfcn.h"),
-                             ("src/api/A.cpp", "fmt/format.h"), ("src/process/A.cpp", "qpdf/QPDF.hh"),
+                             ("src/api/A.cpp", "fmt/format.h"),
+                             ("src/process/A.cpp", "qpdf/QPDF.hh"),
                              ("apps/zelk/A.cpp", "FreeImage.h"), ("tests/A.cpp", "boost/any.hpp")):
             with self.subTest(name):
                 path = self.write(name, f"{LICENCE}#include <{header}>\n")

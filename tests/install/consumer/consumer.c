@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* A host that knows zelk from its installation alone: consumer ENGINE_DIR/ prints whether the engine
- * there starts. */
+/* A host that knows zelk from its installation alone: consumer ENGINE_DIR/ prints whether the
+ * engine there starts. */
 #include <stdio.h>
 #include <zelkAPI.h>
 
