@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Damaged and malicious files: the program names what it cannot read, delivers what it can, and goes
+"""Damaged and malicious files: the program names what it cannot read, delivers what it can and goes
 on to the next file."""
 
 import os
