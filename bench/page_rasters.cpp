@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// page_rasters DOCUMENT RESOLUTION FOLDER: saves each page as the reader hands it out, FOLDER/NNNN.ppm.
+// page_rasters DOCUMENT RESOLUTION FOLDER: saves each page as the reader hands it out,
+// FOLDER/NNNN.ppm.
 #include <FreeImage.h>
 
 #include <cstdio>

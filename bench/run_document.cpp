@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// run_document ENGINE_DIRECTORY DOCUMENT RESOLUTION: recognises a document through libzelk.so, as a host
-// does, and prints as JSON the pages, the bytes of all result texts and the peak of resident memory in KiB.
+// run_document ENGINE_DIRECTORY DOCUMENT RESOLUTION: recognises a document through libzelk.so, as a
+// host does, and prints as JSON the pages, the bytes of all result texts and the peak of resident
+// memory in KiB.
 #include <sys/resource.h>
 
 #include <cstdio>
