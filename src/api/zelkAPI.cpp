@@ -13,50 +13,71 @@ ofd::MainProcess _pdf_process;
 
 namespace {
 
-constexpr int kPathCapacity = 256;
+constexpr int kPathCapacity = 256;  // longer wide paths are cut at a whole character
 
 }  // namespace
 
-int zelk_init_engine(const char* dll_path) { return _pdf_process.init_engine(dll_path); }
+int zelk_init_engine(const char* dll_path) {
+  return _pdf_process.init_engine(dll_path);
+}
 
 int zelk_init_engine_unicode(const wchar_t* dll_path) {
-  // A path of exactly 256 bytes fills the buffer without a terminator, so it is read with a bound.
-  char path[kPathCapacity] = {};
+  if (dll_path == nullptr) return zelk_init_engine(nullptr);
+  char path[kPathCapacity] = {};  // filled to the brim it has no terminator
   qv::StringFormat::wchartoutf8(path, dll_path, kPathCapacity);
   return _pdf_process.init_engine(std::string(path, strnlen(path, sizeof path)).c_str());
 }
 
-void zelk_uninit_engine(void) { _pdf_process.uninit_engine(); }
+void zelk_uninit_engine(void) {
+  _pdf_process.uninit_engine();
+}
 
 int zelk_load_image_document(const char* image_filename, int resolution) {
   return _pdf_process.load_image_document(image_filename, resolution);
 }
 
 int zelk_load_image_document_unicode(const wchar_t* image_filename, int resolution) {
+  if (image_filename == nullptr) return zelk_load_image_document(nullptr, resolution);
   char path[kPathCapacity + 4] = {};  // always terminated
   qv::StringFormat::wchartoutf8(path, image_filename, kPathCapacity);
   return _pdf_process.load_image_document(path, resolution);
 }
 
-void zelk_free_image_document(void) { _pdf_process.free_image_document(); }
+void zelk_free_image_document(void) {
+  _pdf_process.free_image_document();
+}
 
 bool zelk_set_double_document_filename(const char* double_document_filename) {
   return _pdf_process.set_double_document_filename(double_document_filename);
 }
 
-bool zelk_set_double_document_filename_unicode(const wchar_t*) { return false; }
+bool zelk_set_double_document_filename_unicode(const wchar_t*) {
+  return false;
+}
 
-int zelk_recognize(void) { return _pdf_process.recognize(); }
+int zelk_recognize(void) {
+  return _pdf_process.recognize();
+}
 
-const char* zelk_get_ocr_string(void) { return _pdf_process.get_ocr_string(); }
+const char* zelk_get_ocr_string(void) {
+  return _pdf_process.get_ocr_string();
+}
 
-bool zelk_add_image(const char* image_filename) { return _pdf_process.add_image(image_filename); }
+bool zelk_add_image(const char* image_filename) {
+  return _pdf_process.add_image(image_filename);
+}
 
-bool zelk_add_image_unicode(const wchar_t*) { return false; }
+bool zelk_add_image_unicode(const wchar_t*) {
+  return false;
+}
 
-void zelk_clear_images(void) { _pdf_process.clear_images(); }
+void zelk_clear_images(void) {
+  _pdf_process.clear_images();
+}
 
-const wchar_t* zelk_get_ocr_string_unicode(void) { return _pdf_process.get_ocr_string_unicode(); }
+const wchar_t* zelk_get_ocr_string_unicode(void) {
+  return _pdf_process.get_ocr_string_unicode();
+}
 
 const char* zelk_get_ocr_json_string(int page_id) {
   return _pdf_process.get_ocr_json_buffer(page_id);
@@ -70,4 +91,6 @@ int zelk_save_form_grid(const char* src_image_file, const char* dst_form_grid_fi
   return _pdf_process.save_form_grid(src_image_file, dst_form_grid_file);
 }
 
-int zelk_save_form_grid_unicode(const wchar_t*, const wchar_t*) { return -1; }
+int zelk_save_form_grid_unicode(const wchar_t*, const wchar_t*) {
+  return -1;
+}

@@ -2,29 +2,33 @@
 /*
  * zelk: recognised text, JSON and searchable PDFs from image files, TIFF and PDF documents.
  *
- * Lifecycle. Start the engine once. For a document: zelk_load_image_document, zelk_recognize, read the
- * results, zelk_free_image_document. For a list of image files: zelk_add_image for each, zelk_recognize,
- * read the results, zelk_clear_images. At the end zelk_uninit_engine; unloading the library does not
- * stop the engine. Functions may be called in any order: what cannot be done gives its failure value.
+ * Lifecycle. Start the engine once. For a document: zelk_load_image_document, zelk_recognize, read
+ * the results, zelk_free_image_document. For a list of image files: zelk_add_image for each,
+ * zelk_recognize, read the results, zelk_clear_images. At the end zelk_uninit_engine; unloading the
+ * library does not stop the engine. Functions may be called in any order: what cannot be done gives
+ * its failure value.
  *
  * Results. Integers are 0 for success unless said otherwise, set-up calls answer true or false, and
- * pointers to text are never null. Results describe the last zelk_recognize only. Pages that cannot be
- * read are left out: JSON texts are counted over the pages that reached the engine.
+ * pointers to text are never null. Results describe the last zelk_recognize only. Pages that cannot
+ * be read are left out: JSON texts are counted over the pages that reached the engine.
  *
- * Ownership. Text belongs to the library. The narrow text is valid until the next zelk_recognize; the
- * wide text and the JSON texts also end at the next document load, and the wide JSON at the next request
- * for wide JSON. Nothing here is freed by the host, and the library keeps no pointer of the host's.
+ * Ownership. Text belongs to the library. The narrow text is valid until the next zelk_recognize;
+ * the wide text and the JSON texts also end at the next document load, and the wide JSON at the
+ * next request for wide JSON. Nothing here is freed by the host, and the library keeps no pointer
+ * of the host's.
  *
- * Encodings. Narrow paths are bytes, passed to the system as they are. Wide paths hold one UTF-16 code
- * unit in each wchar_t, become UTF-8, and are cut at a whole character when that exceeds 256 bytes. The
- * narrow text is what the engine gives (UTF-8 from the default engine), JSON is UTF-8, wide JSON holds
- * one UTF-16 code unit in each wchar_t, and the wide text is passed on as the engine gives it.
+ * Encodings. Narrow paths are bytes, passed to the system as they are. Wide paths hold one UTF-16
+ * code unit in each wchar_t, become UTF-8, and are cut at a whole character when that exceeds 256
+ * bytes. The narrow text is what the engine gives (UTF-8 from the default engine), JSON is UTF-8,
+ * wide JSON holds one UTF-16 code unit in each wchar_t, and the wide text is passed on as the
+ * engine gives it.
  *
- * Threads. The library has one state, starts no thread and takes no lock: call it from one thread at a
- * time.
+ * Threads. The library has one state, starts no thread and takes no lock: call it from one thread
+ * at a time.
  *
- * Exceptions. The PDF writer may throw out of zelk_recognize; so may memory that runs out. Hosts in C++
- * catch them. Frames of C between the two need unwind tables (-fexceptions), else the process ends.
+ * Exceptions. The PDF writer may throw out of zelk_recognize; so may memory that runs out. Hosts in
+ * C++ catch them. Frames of C between the two need unwind tables (-fexceptions), else the process
+ * ends.
  *
  * Output. When an engine cannot be started, the reason is printed on standard output.
  */
@@ -41,9 +45,9 @@ extern "C" {
 #endif
 
 /*
- * Starts the engine libQVEngine.so of directory `dll_path`, which must end in "/" and have at most 241
- * bytes; an empty text searches the loader's own path. An engine already started is stopped first.
- * Returns 0 when started, 1 on any failure.
+ * Starts the engine libQVEngine.so of directory `dll_path`, which must end in "/" and have at most
+ * 241 bytes; an empty text searches the loader's own path. An engine already started is stopped
+ * first. Returns 0 when started, 1 on any failure.
  */
 ZELK_EXPORT int zelk_init_engine(const char* dll_path);
 ZELK_EXPORT int zelk_init_engine_unicode(const wchar_t* dll_path);
@@ -52,11 +56,11 @@ ZELK_EXPORT int zelk_init_engine_unicode(const wchar_t* dll_path);
 ZELK_EXPORT void zelk_uninit_engine(void);
 
 /*
- * Opens a document, replacing the one before and emptying the image list. The extension decides, in any
- * case: pdf; tif, tiff; bmp, jpg, jpeg, png. `resolution` is in dots per inch: PDF pages are rendered at
- * it, and pages of a searchable PDF get their size from it.
- * Returns the page count, 0 on any failure. The bitmap of a single image serves one recognition: load it
- * again to recognise it again.
+ * Opens a document, replacing the one before and emptying the image list. The extension decides, in
+ * any case: pdf; tif, tiff; bmp, jpg, jpeg, png. `resolution` is in dots per inch: PDF pages are
+ * rendered at it, and pages of a searchable PDF get their size from it. Returns the page count, 0
+ * on any failure. The bitmap of a single image serves one recognition: load it again to recognise
+ * it again.
  */
 ZELK_EXPORT int zelk_load_image_document(const char* image_filename, int resolution);
 ZELK_EXPORT int zelk_load_image_document_unicode(const wchar_t* image_filename, int resolution);
@@ -65,9 +69,9 @@ ZELK_EXPORT int zelk_load_image_document_unicode(const wchar_t* image_filename, 
 ZELK_EXPORT void zelk_free_image_document(void);
 
 /*
- * Names the searchable PDF that the next recognition writes; call it after loading a document. Nothing
- * is written until then. Returns true when the name ends in ".pdf", in any case; otherwise no searchable
- * PDF will be written.
+ * Names the searchable PDF that the next recognition writes; call it after loading a document.
+ * Nothing is written until then. Returns true when the name ends in ".pdf", in any case; otherwise
+ * no searchable PDF will be written.
  */
 ZELK_EXPORT bool zelk_set_double_document_filename(const char* double_document_filename);
 
@@ -84,8 +88,8 @@ ZELK_EXPORT int zelk_recognize(void);
 ZELK_EXPORT const char* zelk_get_ocr_string(void);
 
 /*
- * Adds an image file to the list; always true. The file is opened when it is recognised and skipped when
- * that fails. While the list is not empty it is recognised instead of a document.
+ * Adds an image file to the list; always true. The file is opened when it is recognised and skipped
+ * when that fails. While the list is not empty it is recognised instead of a document.
  */
 ZELK_EXPORT bool zelk_add_image(const char* image_filename);
 
@@ -105,8 +109,9 @@ ZELK_EXPORT const char* zelk_get_ocr_json_string(int page_id);
 ZELK_EXPORT const wchar_t* zelk_get_ocr_json_string_unicode(int page_id);
 
 /*
- * Asks the engine for the form grid of an image file. Returns 1 when the engine cannot load the image
- * and 2 when it has no form grid, which is true of every engine so far; 0 when the grid was written.
+ * Asks the engine for the form grid of an image file. Returns 1 when the engine cannot load the
+ * image and 2 when it has no form grid, which is true of every engine so far; 0 when the grid was
+ * written.
  */
 ZELK_EXPORT int zelk_save_form_grid(const char* src_image_file, const char* dst_form_grid_file);
 

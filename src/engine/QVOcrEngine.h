@@ -19,11 +19,11 @@ typedef int (*QV_GET_IMAGE_DIRECTION)();
 typedef int (*QV_GET_RESULT_JSON)(char*, int);
 typedef bool (*QV_SAVE_FORM_GRID)(const char*);
 
-// The one contact with the recognition engine: opens libQVEngine.so, keeps its entry points in a table
-// of slots and forwards calls to them. Diagnostics of a failed start go to standard output.
+// The one contact with the recognition engine: opens libQVEngine.so, keeps its entry points in a
+// table of slots and forwards calls to them. Diagnostics of a failed start go to standard output.
 //
-// Forwarders test only their own slot and hand arguments and results through unchanged; the value named
-// beside each is returned when the slot is empty. One thread at a time; not copyable.
+// Forwarders test only their own slot and hand arguments and results through unchanged; the value
+// named beside each is returned when the slot is empty. One thread at a time; not copyable.
 class QVOcrEngine {
  public:
   QVOcrEngine() = default;
@@ -32,29 +32,29 @@ class QVOcrEngine {
   QVOcrEngine(const QVOcrEngine&) = delete;
   QVOcrEngine& operator=(const QVOcrEngine&) = delete;
 
-  // Opens "<dll_path>libQVEngine.so" and starts the engine. No separator is inserted: `dll_path` ends
-  // in "/", or is empty to let the dynamic loader search.
-  // Returns 0 when started or already started (nothing is reopened then), -1 when the library cannot be
-  // opened, -2 when an entry point is missing, -3 when the engine refused to start. After -2 and -3 the
-  // library is closed again, all slots are empty and the library handle keeps its stale value.
+  // Opens "<dll_path>libQVEngine.so" and starts the engine. No separator is inserted: `dll_path`
+  // ends in "/", or is empty to let the dynamic loader search. Returns 0 when started or already
+  // started (nothing is reopened then), -1 when the library cannot be opened, -2 when an entry
+  // point is missing, -3 when the engine refused to start. After -2 and -3 the library is closed
+  // again, all slots are empty and the library handle keeps its stale value.
   int init_engine(const char* dll_path);
 
   // Stops a started engine and closes its library; otherwise does nothing.
   void uninit_engine();
 
-  int load_image_file(const char* image_file, int imgpro);                 // -1
+  int load_image_file(const char* image_file, int imgpro);  // -1
   int set_image_data(const unsigned char* image_buffer, int width, int height, int bitcount,
-                     int line_bytes, int imgpro);                          // -1
-  int recognize();                                                         // -1
-  bool save_ocrfile(const char* txt_file_name);                            // true
-  int get_lines_num();                                                     // 0
-  bool get_line_info_ex(int id, OCR_CHAR* char_info, int& char_num);       // false, count untouched
-  const char* get_result_ex();                                             // null
-  const wchar_t* get_result_unicode();                                     // null
-  void set_auto_rotate(bool auto_rotate);                                  // does nothing
-  int get_image_direction();                                               // 0
-  int get_result_json(char* json_buffer, int bufferlen);                   // 3, buffer untouched
-  bool save_form_grid(const char* dst_form_image);                         // false
+                     int line_bytes, int imgpro);                     // -1
+  int recognize();                                                    // -1
+  bool save_ocrfile(const char* txt_file_name);                       // true
+  int get_lines_num();                                                // 0
+  bool get_line_info_ex(int id, OCR_CHAR* char_info, int& char_num);  // false, count untouched
+  const char* get_result_ex();                                        // null
+  const wchar_t* get_result_unicode();                                // null
+  void set_auto_rotate(bool auto_rotate);                             // does nothing
+  int get_image_direction();                                          // 0
+  int get_result_json(char* json_buffer, int bufferlen);              // 3, buffer untouched
+  bool save_form_grid(const char* dst_form_image);                    // false
 
   void* _hinst = nullptr;
   bool _load_succssed = false;

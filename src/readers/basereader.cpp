@@ -3,9 +3,13 @@
 
 #include <new>
 
-int basereader::load_image(const char*, int) { return 0; }
+int basereader::load_image(const char*, int) {
+  return 0;
+}
 
-FIBITMAP* basereader::get_cur_image(int) { return nullptr; }
+FIBITMAP* basereader::get_cur_image(int) {
+  return nullptr;
+}
 
 void basereader::free_image() {}
 

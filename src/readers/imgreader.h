@@ -13,8 +13,8 @@ class imgreader : public basereader {
   // Returns 1, or 0 when the file cannot be read. The format is found by content, else by name.
   int load_image(const char* image_file, int resulotion) override;
 
-  // Hands out the reader's own bitmap, the same on every call. The caller unloads it once; the reader
-  // never does, and must then be made to forget it (forget_image) or not be asked again.
+  // Hands out the reader's own bitmap, the same on every call. The caller unloads it once; the
+  // reader never does, and must then be made to forget it (forget_image) or not be asked again.
   FIBITMAP* get_cur_image(int id) override;
 
   // Holds nothing that it must release.

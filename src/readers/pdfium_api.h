@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The functions of PDFium's public C interface that the PDF reader calls. Debian packages the library
-// without its headers, so they are declared here, for pdfiumreader.cpp and nobody else.
+// The functions of PDFium's public C interface that the PDF reader calls. Debian packages the
+// library without its headers, so they are declared here, for pdfiumreader.cpp and nobody else.
 #ifndef ZELK_READERS_PDFIUM_API_H
 #define ZELK_READERS_PDFIUM_API_H
 

@@ -11,16 +11,16 @@ class pdfiumreader : public basereader {
  public:
   // Initialises PDFium, every time: doing it again is harmless.
   pdfiumreader();
-  // Shuts PDFium down for the whole process, so it must not run while another document is open. Readers
-  // deleted with delete_reader never get here.
+  // Shuts PDFium down for the whole process, so it must not run while another document is open.
+  // Readers deleted with delete_reader never get here.
   virtual ~pdfiumreader();
 
   // Opens a document that needs no user password. Pages are rendered at `resolution` dots per inch.
   // Returns the page count, 0 when the document cannot be opened.
   int load_image(const char* pdf_filename, int resolution) override;
 
-  // A new bitmap on every call. Null also for a page that PDFium cannot load and for one whose size in
-  // pixels is 0, negative, or too large for a bitmap.
+  // A new bitmap on every call. Null also for a page that PDFium cannot load and for one whose size
+  // in pixels is 0, negative, or too large for a bitmap.
   FIBITMAP* get_cur_image(int id) override;
 
   void free_image() override;

@@ -9,9 +9,9 @@
 
 struct FIBITMAP;
 
-// An output document written page by page while a recognition runs. The defaults accept everything and
-// write nothing. Calls come in the order create_document, add_page for each page, close_document; one
-// writer may write several documents one after another.
+// An output document written page by page while a recognition runs. The defaults accept everything
+// and write nothing. Calls come in the order create_document, add_page for each page,
+// close_document; one writer may write several documents one after another.
 class basewriter {
  public:
   basewriter() = default;
@@ -20,12 +20,12 @@ class basewriter {
   basewriter(const basewriter&) = delete;
   basewriter& operator=(const basewriter&) = delete;
 
-  // Starts the document at the given path. Returns 0, or another value when it cannot be started; pages
-  // are then not handed over.
+  // Starts the document at the given path. Returns 0, or another value when it cannot be started;
+  // pages are then not handed over.
   virtual int create_document(const char*) { return 0; }
 
-  // Adds one page: its 24-bit bitmap, which stays the caller's, and its characters in pixels of that
-  // bitmap. Returns 0 on success.
+  // Adds one page: its 24-bit bitmap, which stays the caller's, and its characters in pixels of
+  // that bitmap. Returns 0 on success.
   virtual int add_page(FIBITMAP*, const std::vector<OCR_CHAR>&, bool) { return 0; }
 
   // Finishes the document.
