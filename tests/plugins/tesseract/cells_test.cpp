@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cells.h"
+
+#include <gtest/gtest.h>
+
+#include "page_text.h"
+#include "plugins/tesseract/PageBuilding.h"
+
+namespace {
+
+using namespace tesseract_engine;
+
+std::u32string codes(const std::vector<OCR_CHAR>& cells) {
+  std::u32string text;
+  for (const OCR_CHAR& cell : cells) text.push_back(cell.code);
+  return text;
+}
+
+std::int64_t width(const OCR_CHAR& cell) {
+  return cell.right - cell.left;
+}
+std::int64_t height(const OCR_CHAR& cell) {
+  return cell.bottom - cell.top;
+}
+
+TEST(AdvanceCells, LettersOfAWordShareItsWidthAndAreTwiceAsHighAsWide) {
+  Word uneven = word(U"mill", 100, 10);
+  uneven.characters[0].box.right = 125;  // the m is wider than the rest
+  uneven.characters[3].box.right = uneven.box.right = 148;
+  const auto cells = advance_cells(line({uneven}));
+  ASSERT_EQ(codes(cells), U"mill");
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    EXPECT_EQ(cells[i].left, 100 + 12 * static_cast<std::int64_t>(i));
+    EXPECT_EQ(width(cells[i]), 12);
+    EXPECT_EQ(height(cells[i]), 24);
+  }
+}
+
+TEST(AdvanceCells, AllCharactersStandOnTheBottomOfTheLine) {
+  const auto cells = advance_cells(
+      line({word(U"Linux", 0, 10), word(U"系统", 50, 32), word(U"ok", 130, 9, true)}));
+  ASSERT_EQ(cells.size(), 10U);
+  for (const OCR_CHAR& cell : cells) EXPECT_EQ(cell.bottom, 50);
+}
+
+TEST(AdvanceCells, HanCharactersGetSquareCellsOfTheMedianPitchCentredOverTheirRun) {
+  Word run = word(U"一二三四五", 200, 30);
+  run.characters[1].box = {236, 10, 256, 40};  // a step of 31 and one of 29 among steps of 30
+  const auto cells = advance_cells(line({run}));
+  ASSERT_EQ(codes(cells), U"一二三四五");
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    EXPECT_EQ(cells[i].left, 200 + 30 * static_cast<std::int64_t>(i));
+    EXPECT_EQ(width(cells[i]), 30);
+    EXPECT_EQ(height(cells[i]), 30);
+  }
+}
+
+TEST(AdvanceCells, APunctuationMarkAtTheEndOfARunStillGetsAWholeCell) {
+  Word run = word(U"你好。", 0, 40);
+  run.characters[2].box = {82, 30, 94, 40};
+  const auto cells = advance_cells(line({run}));
+  ASSERT_EQ(cells.size(), 3U);
+  EXPECT_EQ(width(cells[2]), width(cells[0]));
+  EXPECT_EQ(height(cells[2]), height(cells[0]));
+}
+
+TEST(AdvanceCells, ALoneHanCharacterIsAsLargeAsTheLineIsHigh) {
+  const auto cells = advance_cells(line({word(U"边", 100, 36)}));
+  ASSERT_EQ(cells.size(), 1U);
+  EXPECT_EQ(width(cells[0]), 40);
+  EXPECT_EQ(cells[0].left, 98);
+}
+
+TEST(AdvanceCells, OneBlankSpansTheGapBetweenLatinWords) {
+  const auto cells = advance_cells(line({word(U"two", 0, 10), word(U"words", 44, 10, true)}));
+  ASSERT_EQ(codes(cells), U"two words");
+  EXPECT_EQ(cells[3].left, 30);
+  EXPECT_EQ(cells[3].right, 44);
+  EXPECT_EQ(height(cells[3]), 28);
+}
+
+TEST(AdvanceCells, NoBlankStandsBetweenHanCharacters) {
+  const auto cells = advance_cells(line({word(U"汉字", 0, 30), word(U"文本", 66, 30, true)}));
+  EXPECT_EQ(codes(cells), U"汉字文本");
+}
+
+TEST(AdvanceCells, RunsOfDifferentScriptsMeetWithoutASeam) {
+  const auto cells =
+      advance_cells(line({word(U"编号", 0, 30), word(U"8426", 66, 14), word(U"的学生", 128, 30)}));
+  ASSERT_EQ(codes(cells), U"编号8426的学生");
+  for (std::size_t i = 1; i < cells.size(); ++i) EXPECT_EQ(cells[i].left, cells[i - 1].right);
+}
+
+TEST(AdvanceCells, AWordOfTwoScriptsIsTakenApart) {
+  Word mixed = word(U"第6", 0, 30);
+  mixed.characters[1].box = {34, 10, 48, 40};
+  mixed.box.right = 48;
+  const auto cells = advance_cells(line({mixed, word(U"页共", 54, 30)}));
+  ASSERT_EQ(codes(cells), U"第6页共");
+  EXPECT_EQ(height(cells[0]), width(cells[0]));
+  EXPECT_EQ(height(cells[1]), 2 * width(cells[1]));
+}
+
+TEST(AdvanceCells, AWideGapInHanTextStaysAGap) {
+  const auto cells = advance_cells(line({word(U"目录", 0, 30), word(U"页码", 400, 30)}));
+  ASSERT_EQ(codes(cells), U"目录页码");
+  EXPECT_EQ(cells[1].right, 60);
+  EXPECT_EQ(cells[2].left, 400);
+}
+
+TEST(AdvanceCells, ALigatureIsOneCellForEachLetter) {
+  EXPECT_EQ(codes(advance_cells(line({word(U"oﬃce", 0, 24)}))), U"office");
+}
+
+TEST(AdvanceCells, ACharacterBeyondTheBasicPlaneIsOneReplacementCharacter) {
+  EXPECT_EQ(codes(advance_cells(line({word(U"\U00020000的", 0, 30)}))), U"\xFFFD的");
+}
+
+TEST(AdvanceCells, VerticalLinesHaveSquareCellsFromTopToBottom) {
+  Line vertical;
+  vertical.vertical = true;
+  vertical.box = {300, 100, 340, 220};
+  vertical.words = {word(U"竖", 300, 40), word(U"排文", 300, 40, true)};
+  const auto cells = advance_cells(vertical);
+  ASSERT_EQ(codes(cells), U"竖排文");
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    EXPECT_EQ(cells[i].top, 100 + 40 * static_cast<std::int64_t>(i));
+    EXPECT_EQ(height(cells[i]), 40);
+    EXPECT_EQ(width(cells[i]), 40);
+    EXPECT_EQ(cells[i].left, 300);
+  }
+}
+
+TEST(AdvanceCells, CellsSpellTheTextOfTheLine) {
+  const Line mixed =
+      line({word(U"在", 0, 30), word(U"Debian", 40, 14, true), word(U"中，", 130, 30),
+            word(U"use", 200, 14, true), word(U"it.", 250, 14, true)});
+  EXPECT_EQ(codes(advance_cells(mixed)), line_text(mixed));
+}
+
+TEST(AdvanceCells, CellsAreNeverEmptyHoweverNarrowTheBoxes) {
+  Word flat = word(U"iiii", 10, 0);
+  const auto cells = advance_cells(line({flat, word(U"一二", 10, 0)}));
+  ASSERT_EQ(cells.size(), 6U);
+  for (const OCR_CHAR& cell : cells) {
+    EXPECT_GT(width(cell), 0);
+    EXPECT_GT(height(cell), 0);
+  }
+}
+
+}  // namespace
