@@ -2,7 +2,9 @@
 #ifndef ZELK_PDFPRODUCER_OBJECT_FILE_H
 #define ZELK_PDFPRODUCER_OBJECT_FILE_H
 
-#include <cstddef>
+// Standard smart pointers only; without a choice qpdf's headers warn.
+#define POINTERHOLDER_TRANSITION 4
+
 #include <cstdint>
 #include <memory>
 #include <qpdf/QPDFCryptoImpl.hh>
