@@ -96,7 +96,7 @@ void ObjectFile::write_packed_objects() {
 
 void ObjectFile::finish(int catalog, int information) {
   write_packed_objects();
-  const auto identifier = QPDFObjectHandle::newString(digest());
+  const auto identifier = QPDFObjectHandle::newString(end_digest());
   auto trailer = QPDFObjectHandle::parse("<< /Type /XRef >>");
   trailer.replaceKey("/Root", reference(catalog));
   trailer.replaceKey("/Info", reference(information));
@@ -124,14 +124,15 @@ void ObjectFile::write_cross_reference(int number, QPDFObjectHandle trailer) {
 }
 
 void ObjectFile::write(std::string_view bytes) {
-  _digest->MD5_update(octets(bytes), bytes.size());
+  if (_digest) _digest->MD5_update(octets(bytes), bytes.size());
   _output.write(bytes);
 }
 
-std::string ObjectFile::digest() {
+std::string ObjectFile::end_digest() {
   QPDFCryptoImpl::MD5_Digest bytes;
   _digest->MD5_finalize();
   _digest->MD5_digest(bytes);
+  _digest.reset();
   return {reinterpret_cast<const char*>(bytes), sizeof bytes};
 }
 

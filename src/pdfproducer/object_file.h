@@ -52,10 +52,10 @@ class ObjectFile {
   void write(std::string_view bytes);
   void write_packed_objects();
   void write_cross_reference(int number, QPDFObjectHandle trailer);
-  std::string digest();
+  std::string end_digest();
 
   OutputFile _output;
-  std::shared_ptr<QPDFCryptoImpl> _digest;
+  std::shared_ptr<QPDFCryptoImpl> _digest;  // of what was written, until it ends
   std::vector<Place> _places;
   int _packing = 0;  // number of the object stream being filled, 0 for none
   std::uint32_t _packed_count = 0;
