@@ -11,9 +11,12 @@ namespace zelk::pdf {
 
 namespace {
 
-constexpr double kFarthest = 1e7;    // points
-constexpr double kTolerance = 0.01;  // points that a character may be off its place
-constexpr double kSmallest = 1e-4;   // points, of a font
+constexpr double kFarthest = 1e7;  // points
+// Points that a character may be off its place: at the start of a run, and within one, where
+// adjusting for less than engines round to would take as much room as the text.
+constexpr double kTolerance = 0.01;
+constexpr double kToleranceWithinRun = 0.2;
+constexpr double kSmallest = 1e-4;  // points, of a font
 constexpr int kLengthDecimals = 4;
 
 std::int64_t hundredths(double points) {
@@ -89,7 +92,7 @@ void PageContent::place() {
     _line_x = x;
     _line_y = _wanted_y;
     _pen = static_cast<double>(x) / 100;
-  } else if (std::abs(ahead) > kTolerance) {
+  } else if (std::abs(ahead) > (_in_string ? kToleranceWithinRun : kTolerance)) {
     const double thousandths = std::round(-1000 * ahead / _size.value);
     if (thousandths == 0) return;
     if (_in_string) _run += ')';

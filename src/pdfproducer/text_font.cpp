@@ -2,9 +2,10 @@
 #include "pdfproducer/text_font.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zelk::pdf {
 
@@ -23,8 +24,46 @@ std::string hex(unsigned value, int digits) {
   return text;
 }
 
-std::string entry(std::uint16_t code, char16_t unicode) {
-  return '<' + hex(code, code < 0x80 ? 2 : 4) + "><" + hex(unicode, 4) + ">\n";
+std::string code_text(unsigned code) {
+  return '<' + hex(code, code < 0x80 ? 2 : 4) + '>';
+}
+
+// The entries of a block are alike, so a block for each kind.
+std::string blocks(const std::vector<std::string>& entries, const char* kind) {
+  std::string text;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const std::size_t left = entries.size() - i;
+    if (i % kMostEntries == 0) {
+      text += std::to_string(std::min(left, kMostEntries)) + " begin" + kind + '\n';
+    }
+    text += entries[i];
+    if (i % kMostEntries == kMostEntries - 1 || left == 1)
+      text += std::string("\nend") + kind + '\n';
+  }
+  return text;
+}
+
+std::string entries(const CodeMap& characters) {
+  std::vector<std::string> single;
+  std::vector<std::string> ranges;
+  for (auto first = characters.begin(); first != characters.end();) {
+    auto last = first;
+    auto next = std::next(first);
+    // Only the last bytes may differ within a range.
+    while (next != characters.end() && next->first == last->first + 1 &&
+           next->second == last->second + 1 && next->first >> 8 == first->first >> 8 &&
+           next->second >> 8 == first->second >> 8) {
+      last = next++;
+    }
+    const std::string unicode = '<' + hex(first->second, 4) + '>';
+    if (last == first) {
+      single.push_back(code_text(first->first) + unicode);
+    } else {
+      ranges.push_back(code_text(first->first) + code_text(last->first) + unicode);
+    }
+    first = next;
+  }
+  return blocks(single, "bfchar") + blocks(ranges, "bfrange");
 }
 
 // Without this map some viewers give ASCII as full-width letters.
@@ -33,20 +72,8 @@ std::string to_unicode_map(const CodeMap& characters, std::string_view code_spac
       "/CIDInit/ProcSet findresource begin\n12 dict begin\nbegincmap\n"
       "/CMapType 2 def\n/CMapName/Adobe-Identity-UCS def\n"
       "/CIDSystemInfo<</Registry(Adobe)/Ordering(UCS)/Supplement 0>>def\n";
-  map += code_space;
-  std::size_t left = characters.size();
-  std::size_t in_block = 0;
-  for (const auto& [code, unicode] : characters) {
-    if (in_block == 0) {
-      in_block = std::min(left, kMostEntries);
-      map += std::to_string(in_block) + " beginbfchar\n";
-    }
-    map += entry(code, unicode);
-    --left;
-    if (--in_block == 0) map += "endbfchar\n";
-  }
-  map += "endcmap\nCMapName currentdict/CMap defineresource pop\nend\nend\n";
-  return map;
+  map.append(code_space).append(entries(characters));
+  return map + "endcmap\nCMapName currentdict/CMap defineresource pop\nend\nend\n";
 }
 
 // CIDs 1 to 95 and 814 to 939 are the half-width glyphs, 7716 the half-width space.
