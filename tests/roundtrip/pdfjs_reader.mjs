@@ -3,7 +3,9 @@
 import { readFile } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { getDocument } from 'pdfjs-dist/legacy/build/pdf.mjs';
+
+console.log = console.warn = () => {}; // pdf.js tells what it misses for rendering
+const { getDocument } = await import('pdfjs-dist/legacy/build/pdf.mjs');
 
 const library = join(dirname(fileURLToPath(import.meta.url)), 'node_modules/pdfjs-dist');
 const document = await getDocument({
@@ -18,4 +20,4 @@ for (let number = 1; number <= document.numPages; ++number) {
   const content = await (await document.getPage(number)).getTextContent();
   pages.push(content.items.map((item) => item.str + (item.hasEOL ? '\n' : '')).join(''));
 }
-console.log(JSON.stringify(pages));
+process.stdout.write(JSON.stringify(pages));
