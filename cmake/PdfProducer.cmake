@@ -14,8 +14,8 @@ if(ZELK_PDF_PRODUCER STREQUAL "vendor")
     PATHS ${PDFLIB_ROOT}/lib ${PDFLIB_ROOT} NO_DEFAULT_PATH NO_CACHE)
   if(NOT PDFlib_INCLUDE_DIR OR NOT PDFlib_LIBRARY)
     message(FATAL_ERROR
-      "ZELK_PDF_PRODUCER=vendor needs PDFLIB_ROOT, a folder with include/pdflib.h and lib/libpdf.so.6; "
-      "it is \"${PDFLIB_ROOT}\"")
+      "ZELK_PDF_PRODUCER=vendor needs PDFLIB_ROOT, a folder with include/pdflib.h and "
+      "lib/libpdf.so.6; it is \"${PDFLIB_ROOT}\"")
   endif()
   get_filename_component(PDFlib_LIBRARY_DIR ${PDFlib_LIBRARY} DIRECTORY)
   add_library(PDFlib::PDFlib SHARED IMPORTED)
