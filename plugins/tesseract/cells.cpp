@@ -10,23 +10,31 @@
 namespace tesseract_engine {
 namespace {
 
+// One character as printed.
+struct Glyph {
+  Box box;
+  bool wide;   // set in a square
+  bool solid;  // fills its square: Han characters do, East Asian punctuation does not
+  bool blank_before;
+  std::u32string text;
+  double centre() const { return (box.left + box.right) / 2.0; }
+};
+
 // Neighbouring characters of one kind without a blank between them.
 struct Run {
   bool wide = false;
   bool blank_before = false;
+  std::vector<Glyph> glyphs;
   double left = 0;
   double right = 0;
-  std::u32string text;
+  double half_ems = 0;  // what the glyphs of the font measure together
   double width() const { return right - left; }
 };
 
-// One character as printed, before runs are formed.
-struct Glyph {
-  Box box;
-  bool wide;
-  bool blank_before;
-  std::u32string text;
-};
+// Quotation marks, dashes and dots that both scripts use.
+bool is_shared_punctuation(char32_t code) {
+  return code == 0xB7 || (code >= 0x2014 && code <= 0x2026);
+}
 
 std::vector<Glyph> glyphs_of(const Line& line) {
   std::vector<Glyph> glyphs;
@@ -36,29 +44,48 @@ std::vector<Glyph> glyphs_of(const Line& line) {
     for (const Character& character : word.characters) {
       const std::u32string text = letters(character);
       if (text.empty()) continue;
-      glyphs.push_back({character.box, is_wide(text.front()), blank, text});
+      const bool wide = is_wide(text.front());
+      const bool solid = wide && !is_wide_punctuation(text.front());
+      glyphs.push_back({character.box, wide, solid, blank, text});
       blank = false;
     }
     before = &word;
   }
+  // Shared punctuation is set in a square beside Han characters.
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    if (!is_shared_punctuation(glyphs[i].text.front())) continue;
+    const bool after_wide = i > 0 && glyphs[i - 1].wide && !glyphs[i].blank_before;
+    const bool before_wide =
+        i + 1 < glyphs.size() && glyphs[i + 1].wide && !glyphs[i + 1].blank_before;
+    glyphs[i].wide = after_wide || before_wide;
+  }
   return glyphs;
 }
 
-// The distance from one Han character to the next: the median over the line, since boxes of single
-// characters are as uncertain as the gaps round them.
-double pitch_of(const std::vector<Glyph>& glyphs, const Line& line) {
-  std::vector<double> steps;
+double median(std::vector<double>& values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// Distances from one Han character to the next. Boxes of single characters are as uncertain as the
+// gaps round them, and those of punctuation lie anywhere in their squares.
+void add_steps(const std::vector<Glyph>& glyphs, std::vector<double>& steps) {
   for (std::size_t i = 1; i < glyphs.size(); ++i) {
     const Glyph& a = glyphs[i - 1];
     const Glyph& b = glyphs[i];
-    if (!a.wide || !b.wide || b.blank_before) continue;
-    const double step = (b.box.left + b.box.right - a.box.left - a.box.right) / 2.0;
-    if (step > 0) steps.push_back(step);
+    if (!a.solid || !b.solid || b.blank_before) continue;
+    if (b.centre() > a.centre()) steps.push_back(b.centre() - a.centre());
   }
-  if (steps.empty()) return std::max(1, line.box.bottom - line.box.top);
-  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-  std::nth_element(steps.begin(), middle, steps.end());
-  return std::max(1.0, *middle);
+}
+
+// The pitch of the line's Han characters: its own, else that of the page if it fits the line.
+double pitch_of(const std::vector<Glyph>& glyphs, const Line& line, double page_pitch) {
+  std::vector<double> steps;
+  add_steps(glyphs, steps);
+  if (!steps.empty()) return std::max(1.0, median(steps));
+  const double height = std::max(1, line.box.bottom - line.box.top);
+  return page_pitch > 0.6 * height && page_pitch < 2.5 * height ? page_pitch : height;
 }
 
 // A gap of more than a character inside Han text (a tabulator, a column) ends the run.
@@ -67,31 +94,46 @@ bool continues(const Run& run, const Glyph& glyph, double pitch) {
   return !run.wide || glyph.box.left - run.right < pitch;
 }
 
+// Glyphs of the font: an em for whatever GBK holds in two bytes, half an em for the rest.
+double half_ems(const Glyph& glyph) {
+  double sum = 0;
+  for (const char32_t code : glyph.text) sum += glyph.wide || takes_two_bytes_in_gbk(code) ? 2 : 1;
+  return sum;
+}
+
 std::vector<Run> runs_of(const std::vector<Glyph>& glyphs, double pitch) {
   std::vector<Run> runs;
   for (const Glyph& glyph : glyphs) {
     if (runs.empty() || !continues(runs.back(), glyph, pitch)) {
-      runs.push_back({glyph.wide,
-                      glyph.blank_before,
-                      static_cast<double>(glyph.box.left),
-                      static_cast<double>(glyph.box.right),
-                      {}});
+      Run run;
+      run.wide = glyph.wide;
+      run.blank_before = glyph.blank_before;
+      run.left = glyph.box.left;
+      run.right = glyph.box.right;
+      runs.push_back(run);
     }
     Run& run = runs.back();
+    run.glyphs.push_back(glyph);
     run.left = std::min<double>(run.left, glyph.box.left);
     run.right = std::max<double>(run.right, glyph.box.right);
-    run.text += glyph.text;
+    run.half_ems += half_ems(glyph);
   }
   return runs;
 }
 
-void centre_wide_runs(std::vector<Run>& runs, double pitch) {
+// Lays the squares of a Han run where its characters are.
+void align_wide_runs(std::vector<Run>& runs, double pitch) {
   for (Run& run : runs) {
     if (!run.wide) continue;
-    const double centre = (run.left + run.right) / 2;
-    const double half = pitch * static_cast<double>(run.text.size()) / 2;
-    run.left = centre - half;
-    run.right = centre + half;
+    std::vector<double> starts;
+    for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+      if (run.glyphs[i].solid) {
+        starts.push_back(run.glyphs[i].centre() - (static_cast<double>(i) + 0.5) * pitch);
+      }
+    }
+    const double width = pitch * static_cast<double>(run.glyphs.size());
+    run.left = starts.empty() ? (run.left + run.right - width) / 2 : median(starts);
+    run.right = run.left + width;
   }
 }
 
@@ -109,6 +151,23 @@ void close_seams(std::vector<Run>& runs, double pitch) {
   }
 }
 
+// The size of the line's type: the pitch of its Han characters, else what its words suggest.
+double em_of(const std::vector<Run>& runs, double pitch) {
+  std::vector<double> ems;
+  for (const Run& run : runs) {
+    if (run.wide) return pitch;
+    const double em = 2 * run.width() / run.half_ems;
+    ems.insert(ems.end(), run.glyphs.size(), em);
+  }
+  return ems.empty() ? pitch : median(ems);
+}
+
+// Readers of a PDF take text of very different sizes for text of different lines, so words of
+// narrow or wide letters stay near the size of the line.
+double near_em(double size, double em) {
+  return std::clamp(size, 0.6 * em, 1.4 * em);
+}
+
 std::uint16_t code_unit(char32_t code) {
   return static_cast<std::uint16_t>(code > 0xFFFF ? 0xFFFD : code);
 }
@@ -123,30 +182,36 @@ OCR_CHAR cell(double left, double right, int bottom, double height, char32_t cod
   return out;
 }
 
-void append_run(std::vector<OCR_CHAR>& cells, const Run& run, int bottom) {
-  const double advance = run.width() / static_cast<double>(run.text.size());
+void append_run(std::vector<OCR_CHAR>& cells, const Run& run, int bottom, double em) {
+  const double half_em = run.width() / run.half_ems;
+  const double size = run.wide ? 2 * half_em : near_em(2 * half_em, em);
   double left = run.left;
-  for (const char32_t code : run.text) {
-    cells.push_back(cell(left, left + advance, bottom, run.wide ? advance : 2 * advance, code));
-    left += advance;
+  for (const Glyph& glyph : run.glyphs) {
+    const double advance = half_ems(glyph) * size / 2 / static_cast<double>(glyph.text.size());
+    for (const char32_t code : glyph.text) {
+      cells.push_back(cell(left, left + advance, bottom, size, code));
+      left += advance;
+    }
   }
 }
 
-std::vector<OCR_CHAR> horizontal_cells(const Line& line) {
+std::vector<OCR_CHAR> horizontal_cells(const Line& line, double page_pitch) {
   const std::vector<Glyph> glyphs = glyphs_of(line);
-  const double pitch = pitch_of(glyphs, line);
+  const double pitch = pitch_of(glyphs, line, page_pitch);
   std::vector<Run> runs = runs_of(glyphs, pitch);
-  centre_wide_runs(runs, pitch);
+  align_wide_runs(runs, pitch);
   close_seams(runs, pitch);
 
+  const double em = em_of(runs, pitch);
+  const int bottom = line.box.bottom;
   std::vector<OCR_CHAR> cells;
   const Run* before = nullptr;
   for (const Run& run : runs) {
     if (run.blank_before && before != nullptr) {
       const double gap = std::max(1.0, run.left - before->right);
-      cells.push_back(cell(run.left - gap, run.left, line.box.bottom, 2 * gap, U' '));
+      cells.push_back(cell(run.left - gap, run.left, bottom, near_em(2 * gap, em), U' '));
     }
-    append_run(cells, run, line.box.bottom);
+    append_run(cells, run, bottom, em);
     before = &run;
   }
   return cells;
@@ -170,8 +235,18 @@ std::vector<OCR_CHAR> vertical_cells(const Line& line) {
 
 }  // namespace
 
-std::vector<OCR_CHAR> advance_cells(const Line& line) {
-  return line.vertical ? vertical_cells(line) : horizontal_cells(line);
+double han_pitch(const std::vector<Block>& blocks) {
+  std::vector<double> steps;
+  for (const Block& block : blocks) {
+    for (const Line& line : block.lines) {
+      if (!line.vertical) add_steps(glyphs_of(line), steps);
+    }
+  }
+  return steps.empty() ? 0 : median(steps);
+}
+
+std::vector<OCR_CHAR> advance_cells(const Line& line, double page_pitch) {
+  return line.vertical ? vertical_cells(line) : horizontal_cells(line, page_pitch);
 }
 
 }  // namespace tesseract_engine

@@ -29,7 +29,7 @@ def run(*command):
 
 def normalised(text):
     """NFKC, runs of white space one space, none beside a Han character, hyphens at line ends undone."""
-    text = text.replace('\x02', '-\n').replace('\r', '\n').replace('\f', '\n')
+    text = re.sub('[\x02\ufffe]', '-\n', text).replace('\r', '\n').replace('\f', '\n')
     text = re.sub(r'-[ \n]*\n\s*', '', text)
     text = re.sub(r'\s+', ' ', text)
     text = re.sub(f'(?<=[{HAN}]) | (?=[{HAN}])', '', text)
