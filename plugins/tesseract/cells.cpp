@@ -165,7 +165,18 @@ double em_of(const std::vector<Run>& runs, double pitch) {
 // Readers of a PDF take text of very different sizes for text of different lines, so words of
 // narrow or wide letters stay near the size of the line.
 double near_em(double size, double em) {
-  return std::clamp(size, 0.6 * em, 1.4 * em);
+  return std::clamp(size, 0.8 * em, 1.25 * em);
+}
+
+// They also take a blank for one by its width, so a word leaves that much of the way to the next.
+constexpr double kLeastBlank = 0.15;  // ems
+
+// The size at which a Latin run is set: its letters share its width, as far as the line allows.
+double latin_size(const Run& run, const Run* next, double em) {
+  const double size = near_em(2 * run.width() / run.half_ems, em);
+  if (next == nullptr) return size;
+  const double end = next->left - (next->blank_before ? kLeastBlank * em : 0);
+  return std::max(1.0, std::min(size, 2 * (end - run.left) / run.half_ems));
 }
 
 std::uint16_t code_unit(char32_t code) {
@@ -182,9 +193,8 @@ OCR_CHAR cell(double left, double right, int bottom, double height, char32_t cod
   return out;
 }
 
-void append_run(std::vector<OCR_CHAR>& cells, const Run& run, int bottom, double em) {
-  const double half_em = run.width() / run.half_ems;
-  const double size = run.wide ? 2 * half_em : near_em(2 * half_em, em);
+// Appends the cells of a run and returns where they end.
+double append_run(std::vector<OCR_CHAR>& cells, const Run& run, double size, int bottom) {
   double left = run.left;
   for (const Glyph& glyph : run.glyphs) {
     const double advance = half_ems(glyph) * size / 2 / static_cast<double>(glyph.text.size());
@@ -193,6 +203,7 @@ void append_run(std::vector<OCR_CHAR>& cells, const Run& run, int bottom, double
       left += advance;
     }
   }
+  return left;
 }
 
 std::vector<OCR_CHAR> horizontal_cells(const Line& line, double page_pitch) {
@@ -205,14 +216,15 @@ std::vector<OCR_CHAR> horizontal_cells(const Line& line, double page_pitch) {
   const double em = em_of(runs, pitch);
   const int bottom = line.box.bottom;
   std::vector<OCR_CHAR> cells;
-  const Run* before = nullptr;
-  for (const Run& run : runs) {
-    if (run.blank_before && before != nullptr) {
-      const double gap = std::max(1.0, run.left - before->right);
-      cells.push_back(cell(run.left - gap, run.left, bottom, near_em(2 * gap, em), U' '));
+  double end = 0;
+  for (std::size_t i = 0; i < runs.size(); ++i) {
+    const Run* const next = i + 1 < runs.size() ? &runs[i + 1] : nullptr;
+    if (runs[i].blank_before && i > 0) {
+      const double gap = std::max(1.0, runs[i].left - end);
+      cells.push_back(cell(runs[i].left - gap, runs[i].left, bottom, std::min(2 * gap, em), U' '));
     }
-    append_run(cells, run, bottom, em);
-    before = &run;
+    const double size = runs[i].wide ? pitch : latin_size(runs[i], next, em);
+    end = append_run(cells, runs[i], size, bottom);
   }
   return cells;
 }
