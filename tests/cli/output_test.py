@@ -60,7 +60,10 @@ class Output(ProgramTest):
         # A pipe stands for devices too: with a fault here, a test on one would replace it.
         os.mkfifo(self.out)
         with subprocess.Popen(["cat", self.out], stdout=subprocess.PIPE) as reader:
+            self.addCleanup(reader.kill)
             self.assert_result(self.run_program("-o", self.out, self.page), 0, b"")
+            if not self.out.is_fifo():
+                reader.kill()
             self.assertEqual(reader.stdout.read(), b"4x2 default\n")
         self.assertTrue(self.out.is_fifo())
 
