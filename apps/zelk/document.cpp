@@ -123,16 +123,16 @@ std::string recognize_loaded(const std::string& file, int page_count, Format for
 std::string recognize_file(const std::string& file, const Options& options, Output& output) {
   const std::string reason = unreadable_reason(file);
   if (!reason.empty()) return reason;
+  std::string lost;
   try {
     const int page_count = zelk_load_image_document(file.c_str(), options.dpi);
-    if (page_count < 1) return refused_reason(file);
-    const std::string lost = recognize_loaded(file, page_count, options.format, output);
-    zelk_free_image_document();
-    return lost;
+    lost = page_count < 1 ? refused_reason(file)
+                          : recognize_loaded(file, page_count, options.format, output);
   } catch (const std::bad_alloc&) {
-    zelk_free_image_document();
-    return "there is not enough memory for it";
+    lost = "there is not enough memory for it";
   }
+  zelk_free_image_document();  // a document that was refused may be held too
+  return lost;
 }
 
 }  // namespace cli

@@ -24,6 +24,14 @@ Box box_of(const PageIterator& it, PageIteratorLevel level) {
   return box;
 }
 
+// Where Tesseract could not tell the ink of a character from its neighbours' it reports a box
+// higher than the line; the line's own box is tight.
+Box clipped(const Box& box, const Box& line) {
+  const Box part{std::max(box.left, line.left), std::max(box.top, line.top),
+                 std::min(box.right, line.right), std::min(box.bottom, line.bottom)};
+  return part.left < part.right && part.top < part.bottom ? part : box;
+}
+
 double confidence_of(const ResultIterator& it, PageIteratorLevel level) {
   return std::clamp<double>(it.Confidence(level), 0, 100);
 }
@@ -43,19 +51,28 @@ bool is_vertical(const PageIterator& it) {
 class Builder {
  public:
   void add(const ResultIterator& it) {
-    if (it.IsAtBeginningOf(RIL_BLOCK)) pending_block_ = true;
-    if (it.IsAtBeginningOf(RIL_PARA)) pending_paragraph_ = true;
-    if (it.IsAtBeginningOf(RIL_TEXTLINE)) pending_line_ = true;
-    if (it.IsAtBeginningOf(RIL_WORD)) pending_word_ = true;
+    note_beginnings(it);
     Character character{box_of(it, RIL_SYMBOL), character_at(it), confidence_of(it, RIL_SYMBOL)};
     if (character.text.empty()) return;
     open(it);
-    blocks_.back().lines.back().words.back().characters.push_back(std::move(character));
+    Line& line = blocks_.back().lines.back();
+    character.box = clipped(character.box, line.box);
+    line.words.back().characters.push_back(std::move(character));
   }
 
   std::vector<Block> take() { return std::move(blocks_); }
 
  private:
+  // Asked from the inside out, because each question costs Tesseract a walk over the line.
+  void note_beginnings(const ResultIterator& it) {
+    if (!it.IsAtBeginningOf(RIL_WORD)) return;
+    pending_word_ = true;
+    if (!it.IsAtBeginningOf(RIL_TEXTLINE)) return;
+    pending_line_ = true;
+    if (it.IsAtBeginningOf(RIL_PARA)) pending_paragraph_ = true;
+    if (it.IsAtBeginningOf(RIL_BLOCK)) pending_block_ = true;
+  }
+
   // Nothing is opened before a character is there to be put in.
   void open(const ResultIterator& it) {
     if (pending_block_) blocks_.push_back({box_of(it, RIL_BLOCK), {}});
@@ -69,8 +86,11 @@ class Builder {
       pending_paragraph_ = false;
     }
     if (pending_word_) {
-      lines.back().words.push_back(
-          {box_of(it, RIL_WORD), confidence_of(it, RIL_WORD), it.BlanksBeforeWord() > 0, {}});
+      Line& line = lines.back();
+      line.words.push_back({clipped(box_of(it, RIL_WORD), line.box),
+                            confidence_of(it, RIL_WORD),
+                            it.BlanksBeforeWord() > 0,
+                            {}});
     }
     pending_block_ = pending_line_ = pending_word_ = false;
   }

@@ -56,9 +56,16 @@ class Output(ProgramTest):
         self.assert_result(result, 0, b"4x2 default\n")
         self.assertEqual(self.names(), ["page.bmp"])
 
-    def test_device_is_written_to_and_stays(self):
-        self.assert_result(self.run_program("-o", "/dev/null", self.page), 0, b"")
-        self.assertFalse(os.path.isfile("/dev/null"))
+    def test_pipe_is_written_to_and_stays(self):
+        # A pipe stands for devices too: with a fault here, a test on one would replace it.
+        os.mkfifo(self.out)
+        with subprocess.Popen(["cat", self.out], stdout=subprocess.PIPE) as reader:
+            self.addCleanup(reader.kill)
+            self.assert_result(self.run_program("-o", self.out, self.page), 0, b"")
+            if not self.out.is_fifo():
+                reader.kill()
+            self.assertEqual(reader.stdout.read(), b"4x2 default\n")
+        self.assertTrue(self.out.is_fifo())
 
     def test_interruption_leaves_the_old_file_and_nothing_else(self):
         self.file("out.txt", b"old")
@@ -102,8 +109,6 @@ class Output(ProgramTest):
         with open("/dev/full", "wb") as full:
             self.assert_not_written(self.run_program(self.page, stdout=full),
                                     "standard output: No space left on device")
-        self.assert_not_written(self.run_program("-o", "/dev/full", self.page),
-                                "/dev/full: No space left on device")
 
     def test_full_disk_below_a_file(self):
         wrapper = ["sh", "-c", 'ulimit -f 0; trap "" XFSZ; exec "$@"', "sh"]
