@@ -18,14 +18,16 @@ namespace zelk::pdf {
 
 // A PDF document in the making. Each page goes to the file when it ends; without finish() the file
 // never appears. Failures are thrown as Error.
-//
-// Pages: those functions that say so need an open page, the others do not care.
 class Document {
  public:
   // Throws Error (kOutput) when the file cannot be created.
-  explicit Document(const std::string& name) : _file(name), _pages(_file) {}
+  explicit Document(const std::string& name) : _name(name), _file(name), _pages(_file) {}
 
-  // Drops a page that is still open, completes the file and puts it in its place.
+  const std::string& name() const { return _name; }
+  // True when a page has ended.
+  bool has_pages() const { return !_pages.empty(); }
+  // Drops a page that is still open, completes the file and puts it in its place. A PDF must have
+  // pages.
   void finish();
 
   // Handle of the one font, always 0.
@@ -73,6 +75,7 @@ class Document {
   void write_image(Image& image);
   QPDFObjectHandle resources(const Page& page);
 
+  std::string _name;
   ObjectFile _file;
   PageTree _pages;
   std::optional<Page> _page;

@@ -83,7 +83,14 @@ void end_document(PDF* p, const char* optlist) {
     if (!context.document) return;
     no_options(optlist);
     const auto document = std::move(context.document);
-    document->finish();
+    if (document->has_pages()) {
+      document->finish();
+    } else {
+      // An error would end a host in C whose pages could not be read.
+      context.keep(
+          "PDF_end_document",
+          Error(ErrorNumber::kOutput, "'" + document->name() + "' is not written: it has no page"));
+    }
   });
 }
 

@@ -21,7 +21,6 @@ int PageTree::add(int page) {
 
 int PageTree::finish() {
   std::vector<Node> level = std::move(_leaves);
-  if (level.empty()) level.push_back({_file.reserve(), 0, {}});
   while (level.size() > 1) level = write_level(level);
   write(level.front(), 0);
   return level.front().number;

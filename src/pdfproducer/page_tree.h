@@ -14,9 +14,10 @@ class PageTree {
  public:
   explicit PageTree(ObjectFile& file) : _file(file) {}
 
+  bool empty() const { return _leaves.empty(); }
   // Takes the object number of the next page; returns that of the node to be named as its parent.
   int add(int page);
-  // Writes the nodes; returns the object number of the root.
+  // Writes the nodes of a tree that has pages; returns the object number of the root.
   int finish();
 
  private:
