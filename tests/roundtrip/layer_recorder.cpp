@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // layer_recorder ENGINE_DIRECTORY DOCUMENT RESOLUTION OUTPUT_FOLDER
-// Recognises a document into OUTPUT_FOLDER/out.pdf and records, page by page, what the writer was given:
-// OUTPUT_FOLDER/pages.json with sizes and characters, and the page image as the encoder made it, N.jpg.
+// Recognises a document into OUTPUT_FOLDER/out.pdf and records, page by page, what the writer was
+// given: OUTPUT_FOLDER/pages.json with sizes and characters, and the page image as the encoder made
+// it, N.jpg.
 #include <FreeImage.h>
 
 #include <cstdio>

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // pdfium_reader PDF [FOLDER]
-// Prints what PDFium reads in a PDF as JSON: for each page its size in points, its text, and every character
-// with its origin. With FOLDER, each page N is also rendered in the size of FOLDER/N.jpg and compared with
-// that picture: the largest difference of a colour value and the number of values that differ by over 2.
+// Prints what PDFium reads in a PDF as JSON: for each page its size in points, its text, and every
+// character with its origin. With FOLDER, each page N is also rendered in the size of FOLDER/N.jpg
+// and compared with that picture: the largest difference of a colour value and the number of values
+// that differ by over 2.
 #include <FreeImage.h>
 
 #include <algorithm>
@@ -79,8 +80,8 @@ int main(int argc, char** argv) {
   for (int i = 0; i < FPDF_GetPageCount(document); ++i) {
     FPDF_PAGE const page = FPDF_LoadPage(document, i);
     FPDF_TEXTPAGE const text_page = FPDFText_LoadPage(page);
-    std::printf("%s{\"width\": %.4f, \"height\": %.4f, ", i == 0 ? "" : ",\n", FPDF_GetPageWidth(page),
-                FPDF_GetPageHeight(page));
+    std::printf("%s{\"width\": %.4f, \"height\": %.4f, ", i == 0 ? "" : ",\n",
+                FPDF_GetPageWidth(page), FPDF_GetPageHeight(page));
     print_text(text_page, FPDFText_CountChars(text_page));
     if (argc > 2) print_look(page, std::string(argv[2]) + "/" + std::to_string(i) + ".jpg");
     std::printf("}");
