@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "plugins/tesseract/EngineLibrary.h"
@@ -50,6 +51,15 @@ TEST_F(DefaultEngineJson, ConformsToItsSchema) {
   ASSERT_EQ(set_image(engine_, white_page(300, 200)), 0);
   ASSERT_EQ(engine_.recognize(), 0);
   EXPECT_TRUE(is_valid(json(4096000))) << "empty page";
+}
+
+TEST(EngineJsonDocumentation, ItsExampleConformsToTheSchema) {
+  std::ifstream file(ZELK_DOCS "/engine-json.md");
+  const std::string text(std::istreambuf_iterator<char>(file), {});
+  const std::size_t begin = text.find("```json\n") + 8;
+  const std::string example = text.substr(begin, text.find("```", begin) - begin);
+  EXPECT_EQ(Json::parse(example)["engine"]["name"], "zelk-tesseract");
+  EXPECT_TRUE(is_valid(example));
 }
 
 TEST_F(DefaultEngineJson, TheSchemaRefusesWhatIsNotAsDescribed) {
