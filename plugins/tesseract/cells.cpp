@@ -4,11 +4,14 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "script.h"
 
 namespace tesseract_engine {
 namespace {
+
+constexpr double kLeastBlank = 0.2;  // in Han characters; narrower gaps are not read back
 
 // Neighbouring characters of one kind without a blank between them.
 struct Run {
@@ -17,6 +20,7 @@ struct Run {
   double left = 0;
   double right = 0;
   std::u32string text;
+  std::vector<double> starts;  // where the run would start, judged by each of its ideographs
   double width() const { return right - left; }
 };
 
@@ -44,21 +48,35 @@ std::vector<Glyph> glyphs_of(const Line& line) {
   return glyphs;
 }
 
-// The distance from one Han character to the next: the median over the line, since boxes of single
+// Ideographs fill the middle of their cells, punctuation marks a corner: the former say where cells
+// lie.
+bool is_ideograph(const Glyph& glyph) {
+  return glyph.wide && !is_wide_punctuation(glyph.text.front());
+}
+
+double median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+double centre(const Box& box) {
+  return (box.left + box.right) / 2.0;
+}
+
+// The distance from one ideograph to the next: the median over the line, since boxes of single
 // characters are as uncertain as the gaps round them.
 double pitch_of(const std::vector<Glyph>& glyphs, const Line& line) {
   std::vector<double> steps;
   for (std::size_t i = 1; i < glyphs.size(); ++i) {
     const Glyph& a = glyphs[i - 1];
     const Glyph& b = glyphs[i];
-    if (!a.wide || !b.wide || b.blank_before) continue;
-    const double step = (b.box.left + b.box.right - a.box.left - a.box.right) / 2.0;
+    if (!is_ideograph(a) || !is_ideograph(b) || b.blank_before) continue;
+    const double step = centre(b.box) - centre(a.box);
     if (step > 0) steps.push_back(step);
   }
-  if (steps.empty()) return std::max(1, line.box.bottom - line.box.top);
-  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-  std::nth_element(steps.begin(), middle, steps.end());
-  return std::max(1.0, *middle);
+  return steps.empty() ? std::max(1, line.box.bottom - line.box.top)
+                       : std::max(1.0, median(std::move(steps)));
 }
 
 // A gap of more than a character inside Han text (a tabulator, a column) ends the run.
@@ -75,9 +93,14 @@ std::vector<Run> runs_of(const std::vector<Glyph>& glyphs, double pitch) {
                       glyph.blank_before,
                       static_cast<double>(glyph.box.left),
                       static_cast<double>(glyph.box.right),
+                      {},
                       {}});
     }
     Run& run = runs.back();
+    if (is_ideograph(glyph)) {
+      run.starts.push_back(centre(glyph.box) -
+                           pitch * (static_cast<double>(run.text.size()) + 0.5));
+    }
     run.left = std::min<double>(run.left, glyph.box.left);
     run.right = std::max<double>(run.right, glyph.box.right);
     run.text += glyph.text;
@@ -85,27 +108,29 @@ std::vector<Run> runs_of(const std::vector<Glyph>& glyphs, double pitch) {
   return runs;
 }
 
-void centre_wide_runs(std::vector<Run>& runs, double pitch) {
+void place_wide_runs(std::vector<Run>& runs, double pitch) {
   for (Run& run : runs) {
     if (!run.wide) continue;
-    const double centre = (run.left + run.right) / 2;
-    const double half = pitch * static_cast<double>(run.text.size()) / 2;
-    run.left = centre - half;
-    run.right = centre + half;
+    const double width = pitch * static_cast<double>(run.text.size());
+    run.left = run.starts.empty() ? (run.left + run.right - width) / 2 : median(run.starts);
+    run.right = run.left + width;
   }
 }
 
-// Moves the Latin side of each seam to the edge of the Han side, if that leaves the Latin run at
-// least half of its width and no more than a Han character wider.
-void close_seams(std::vector<Run>& runs, double pitch) {
+// Where two runs meet without a blank, the Latin one is moved to the edge of the other; where there
+// is a blank, a gap is kept for it. A run keeps at least half of its width.
+void settle_edges(std::vector<Run>& runs, double pitch) {
   for (std::size_t i = 1; i < runs.size(); ++i) {
     Run& a = runs[i - 1];
     Run& b = runs[i];
-    if (b.blank_before || a.wide == b.wide) continue;
-    Run& latin = a.wide ? b : a;
-    const double moved = a.wide ? b.right - a.right : b.left - a.left;
-    if (moved < latin.width() / 2 || moved > latin.width() + pitch) continue;
-    (a.wide ? b.left : a.right) = a.wide ? a.right : b.left;
+    const double gap = b.left - a.right;
+    const double wanted = b.blank_before ? kLeastBlank * pitch : 0;
+    if (b.blank_before ? gap >= wanted : gap > pitch) continue;
+    double edge = (a.right + b.left) / 2;
+    if (a.wide != b.wide) edge = a.wide ? a.right + wanted / 2 : b.left - wanted / 2;
+    edge = std::max(std::min(edge, b.right - b.width() / 2), a.left + a.width() / 2);
+    a.right = edge - wanted / 2;
+    b.left = edge + wanted / 2;
   }
 }
 
@@ -136,8 +161,8 @@ std::vector<OCR_CHAR> horizontal_cells(const Line& line) {
   const std::vector<Glyph> glyphs = glyphs_of(line);
   const double pitch = pitch_of(glyphs, line);
   std::vector<Run> runs = runs_of(glyphs, pitch);
-  centre_wide_runs(runs, pitch);
-  close_seams(runs, pitch);
+  place_wide_runs(runs, pitch);
+  settle_edges(runs, pitch);
 
   std::vector<OCR_CHAR> cells;
   const Run* before = nullptr;

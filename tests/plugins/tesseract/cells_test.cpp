@@ -64,6 +64,17 @@ TEST(AdvanceCells, APunctuationMarkAtTheEndOfARunStillGetsAWholeCell) {
   EXPECT_EQ(height(cells[2]), height(cells[0]));
 }
 
+TEST(AdvanceCells, PunctuationInACornerOfItsCellDoesNotShiftTheRun) {
+  Word run = word(U"（你好。", 0, 30);
+  run.characters[0].box = {20, 10, 29, 40};
+  run.characters[3].box = {91, 32, 99, 40};
+  const auto cells = advance_cells(line({run}));
+  ASSERT_EQ(cells.size(), 4U);
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    EXPECT_EQ(cells[i].left, 30 * static_cast<std::int64_t>(i));
+  }
+}
+
 TEST(AdvanceCells, ALoneHanCharacterIsAsLargeAsTheLineIsHigh) {
   const auto cells = advance_cells(line({word(U"边", 100, 36)}));
   ASSERT_EQ(cells.size(), 1U);
@@ -77,6 +88,20 @@ TEST(AdvanceCells, OneBlankSpansTheGapBetweenLatinWords) {
   EXPECT_EQ(cells[3].left, 30);
   EXPECT_EQ(cells[3].right, 44);
   EXPECT_EQ(height(cells[3]), 28);
+}
+
+TEST(AdvanceCells, ABlankGetsRoomWhereBoxesLeaveNone) {
+  const auto cells = advance_cells(line({word(U"Version", 0, 10), word(U"2.4", 68, 10, true)}));
+  ASSERT_EQ(codes(cells), U"Version 2.4");
+  EXPECT_EQ(width(cells[7]), 8);  // a fifth of the line's height
+  for (std::size_t i = 1; i < cells.size(); ++i) EXPECT_EQ(cells[i].left, cells[i - 1].right);
+}
+
+TEST(AdvanceCells, ARunKeepsHalfOfItsWidthHoweverItsNeighbourOverlaps) {
+  const auto cells = advance_cells(line({word(U"ab", 0, 20), word(U"一二", 10, 30)}));
+  ASSERT_EQ(codes(cells), U"ab一二");
+  EXPECT_EQ(cells[1].right, 20);
+  EXPECT_EQ(cells[2].left, 20);
 }
 
 TEST(AdvanceCells, NoBlankStandsBetweenHanCharacters) {
