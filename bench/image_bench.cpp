@@ -19,7 +19,7 @@ constexpr int kHeight = 3508;
 
 enum Turn : unsigned { kClockwise = 1, kHalf = 2, kAnticlockwise = 3 };
 
-// Text lines on white paper: one in 13 blocks of 4 by 6 pixels is black inside the lines.
+// Text lines on white paper: four in 13 blocks of 4 by 6 pixels are black inside the lines.
 bool isBlack(int x, int y) {
   const unsigned block =
       static_cast<unsigned>(x / 4) * 2654435761U ^ static_cast<unsigned>(y / 6) * 40503U;

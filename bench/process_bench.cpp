@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What a page costs between the reader and the engine, against the same bytes set and copied once in a
-// fresh block.
+// What a page costs between the reader and the engine, against the same bytes set and copied once
+// in a fresh block.
 #include <FreeImage.h>
 #include <benchmark/benchmark.h>
 

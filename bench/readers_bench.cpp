@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The PDF reader's copy from four to three bytes a pixel, against a memcpy of the page into touched memory.
+// The PDF reader's copy from four to three bytes a pixel, against a memcpy of the page into touched
+// memory.
 #include <benchmark/benchmark.h>
 
 #include <cstring>
@@ -20,7 +21,8 @@ void BM_PageWithoutAlpha(benchmark::State& state) {
   bench::sideBySide(
       state,
       [&] {
-        zelk::copy_flipped_without_alpha(page.data(), pitch, rendered.data(), 4 * width, width, height);
+        zelk::copy_flipped_without_alpha(page.data(), pitch, rendered.data(), 4 * width, width,
+                                         height);
         benchmark::ClobberMemory();
       },
       [&] {

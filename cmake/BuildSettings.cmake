@@ -11,6 +11,8 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# A build folder can be moved, as an installation can.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 include(CheckPIESupported)
 check_pie_supported()
@@ -35,6 +37,8 @@ target_compile_options(zelk_warnings INTERFACE
   -Wall -Wextra -Wshadow
   $<$<COMPILE_LANGUAGE:CXX>:-Wconversion -Wold-style-cast>
   $<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes -pedantic>
+  # g++ 12 sees overlaps in the standard library's own string concatenation that cannot be.
+  $<$<AND:$<COMPILE_LANG_AND_ID:CXX,GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   $<$<BOOL:${ZELK_WARNINGS_AS_ERRORS}>:-Werror>)
 
 # Hardening. _FORTIFY_SOURCE needs optimisation and hides faults from the sanitizers.
@@ -43,9 +47,10 @@ target_compile_options(zelk_hardening INTERFACE
   -fstack-protector-strong -fstack-clash-protection -fcf-protection)
 target_link_options(zelk_hardening INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 if(ZELK_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_compile_options(
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 else()
-  target_compile_definitions(zelk_hardening INTERFACE
-    $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+  target_compile_options(zelk_hardening INTERFACE
+    "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 endif()

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # FreeImage, which ships no CMake or pkg-config file of its own.
 # Input:  FreeImage_ROOT (optional folder with include/FreeImage.h and lib/libfreeimage.so)
-# Result: FreeImage_FOUND, FreeImage_LIBRARY, FreeImage_INCLUDE_DIR and the target FreeImage::FreeImage.
+# Result: FreeImage_FOUND, FreeImage_LIBRARY, FreeImage_INCLUDE_DIR, target FreeImage::FreeImage.
 
 find_path(FreeImage_INCLUDE_DIR FreeImage.h)
 find_library(FreeImage_LIBRARY freeimage)

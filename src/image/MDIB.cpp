@@ -99,9 +99,10 @@ int MDIB::Init(int nWidth, int nHeight, int nBitCount, int nResolution) {
   m_nLineLength = lineLength;
 
   std::unique_ptr<unsigned char[]> pixels(new (std::nothrow) unsigned char[sizeOf(*this)]);
+  if (!pixels) return 0;
   const auto rowCount = static_cast<std::size_t>(nHeight);
   std::unique_ptr<unsigned char*[]> rows(new (std::nothrow) unsigned char*[rowCount]);
-  if (!pixels || !rows) return 0;
+  if (!rows) return 0;
   std::memset(pixels.get(), 0, sizeOf(*this));
   m_lpBuf = pixels.release();
   m_lpLine = rows.release();

@@ -38,22 +38,13 @@ void bgra_to_bgr(unsigned char* destination, const unsigned char* source, std::s
   for (; done < pixels; ++done) std::memcpy(destination + 3 * done, source + 4 * done, 3);
 }
 
-void prefetch_for_writing(unsigned char* row, std::size_t size) {
-  constexpr std::size_t kCacheLine = 64;
-  for (std::size_t i = 0; i < size; i += kCacheLine) __builtin_prefetch(row + i, 1);
-}
-
 }  // namespace
 
 void copy_flipped_without_alpha(unsigned char* destination, std::size_t destination_pitch,
                                 const unsigned char* source, std::size_t source_pitch,
                                 std::size_t width, std::size_t rows) {
   copy_rows_flipped(destination, destination_pitch, source, source_pitch, rows,
-                    [=](unsigned char* row, const unsigned char* source_row) {
-                      // Processors foresee writes that go upwards in memory; these rows go down.
-                      if (row != destination) {
-                        prefetch_for_writing(row - destination_pitch, destination_pitch);
-                      }
+                    [width](unsigned char* row, const unsigned char* source_row) {
                       bgra_to_bgr(row, source_row, width);
                     });
 }

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* Every function of the interface links from plain C and answers without an engine or a document. */
+/* Every function of the interface links from plain C and answers without an engine or a document.
+ */
 #include <stdio.h>
 #include <string.h>
 

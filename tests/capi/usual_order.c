@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* usual_order ENGINE_DIRECTORY DOCUMENT: what a host in C does, with the engine that reads "fixed". */
+/* usual_order ENGINE_DIRECTORY DOCUMENT: what a host in C does, with the engine that reads "fixed".
+ */
 #include <stdio.h>
 #include <string.h>
 

@@ -344,3 +344,14 @@ TEST(StringFormat, StringsBlocksOfAsciiMeetOtherTextAtEveryOffset) {
     EXPECT_EQ(StringFormat::wstrtostr(wide), bytes);
   }
 }
+
+TEST(StringFormat, StringsEndAtAZeroInsideALongRunOfAscii) {
+  for (std::size_t before = 0; before < 40; ++before) {
+    const std::string bytes = std::string(before, 'b') + '\0' + std::string(40, 'a');
+    EXPECT_EQ(StringFormat::strtowstr(bytes), std::wstring(before, L'b'));
+    for (const wchar_t zero : {wchar_t{0}, wchar_t{0x10000}}) {
+      const std::wstring wide = std::wstring(before, L'b') + zero + std::wstring(40, L'a');
+      EXPECT_EQ(StringFormat::wstrtostr(wide), std::string(before, 'b'));
+    }
+  }
+}

@@ -96,8 +96,9 @@ TEST(Utf8ToAnsi, EmptyTextIsATerminatedBlock) {
   EXPECT_EQ(gbk("\0hidden"s), "");
 }
 
-TEST(Utf8ToAnsi, EndsAtAnEmbeddedNul) {
-  EXPECT_EQ(gbk("ab\0cd"s), "ab");
+TEST(Utf8ToAnsi, NothingBehindAnEmbeddedNulIsConverted) {
+  const std::unique_ptr<char, decltype(&std::free)> block(UTF8toANSI("ab\0cd"s), &std::free);
+  EXPECT_EQ(std::string(block.get(), 8), "ab\0\0\0\0\0\0"s);
 }
 
 TEST(Utf8ToAnsi, StopsBeforeACharacterWithoutAGbkForm) {

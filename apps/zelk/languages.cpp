@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "languages.h"
+
+#include "tesseract/engine_config.h"
+
+namespace cli {
+
+std::string language_list(const std::string& engine_dir, std::string& reason) {
+  tesseract_engine::EngineConfig config;
+  const tesseract_engine::StartResult read = tesseract_engine::read_config(engine_dir, config);
+  if (!read.ok()) {
+    reason = read.message;
+    return "";
+  }
+  std::string list;
+  for (const std::string& language : tesseract_engine::list_languages(config.tessdata)) {
+    list += language + "\n";
+  }
+  if (list.empty()) reason = "no language data in \"" + config.tessdata + "\"";
+  return list;
+}
+
+}  // namespace cli

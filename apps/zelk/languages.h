@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef ZELK_APPS_LANGUAGES_H
+#define ZELK_APPS_LANGUAGES_H
+
+#include <string>
+
+namespace cli {
+
+// The languages that the default engine with its settings in `engine_dir` can use, one name a line.
+// Empty when there are none; `reason` then names what is wrong.
+std::string language_list(const std::string& engine_dir, std::string& reason);
+
+}  // namespace cli
+
+#endif  // ZELK_APPS_LANGUAGES_H

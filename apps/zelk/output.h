@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef ZELK_APPS_OUTPUT_H
+#define ZELK_APPS_OUTPUT_H
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+// Keeps standard output for results: what the library and the engine print on descriptor 1 goes to
+// standard error from here on. Returns the descriptor for the results, -1 when standard output is
+// closed.
+int claim_standard_output();
+
+// Stops libtiff from printing a line for each private tag that it meets; what cannot be decoded is
+// told per file.
+void silence_decoders();
+
+// Where results go. Every operation throws std::system_error when the results cannot be delivered.
+class Output {
+ public:
+  // Takes over an open descriptor.
+  explicit Output(int descriptor);
+  // Writes beside `path` and gives the file its name in finish(), so that `path` holds the old
+  // content or the complete new one, also after an interruption. Pipes and devices are written to
+  // directly.
+  explicit Output(const std::string& path);
+  ~Output();
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  void write(std::string_view text);
+  // Nothing may be written afterwards. Without it a file leaves no trace.
+  void finish();
+
+ private:
+  void close_descriptor();
+
+  int _descriptor = -1;
+  std::string _path;
+  std::string _temporary_path;  // empty when written to directly
+};
+
+// True when both name the same existing file.
+bool same_file(const std::string& first, const std::string& second);
+
+}  // namespace cli
+
+#endif  // ZELK_APPS_OUTPUT_H

@@ -1,0 +1,25 @@
+# SPDX-License-Identifier: Apache-2.0
+# zelk_add_python_tests(SUITE FILE [ENVIRONMENT NAME=VALUE...]): every method test_* of the classes
+# in a unittest file becomes a test of its own, SUITE.Class.test_name.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+function(zelk_add_python_tests suite file)
+  cmake_parse_arguments(ARG "" "" "ENVIRONMENT" ${ARGN})
+  set(path ${CMAKE_CURRENT_SOURCE_DIR}/${file})
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${path})
+  file(STRINGS ${path} lines REGEX "^class [A-Za-z]+|^    def test_[a-z0-9_]+")
+  set(count 0)
+  foreach(line IN LISTS lines)
+    if(line MATCHES "^class ([A-Za-z]+)")
+      set(class ${CMAKE_MATCH_1})
+    elseif(line MATCHES "def (test_[a-z0-9_]+)")
+      set(name ${suite}.${class}.${CMAKE_MATCH_1})
+      add_test(NAME ${name} COMMAND ${Python3_EXECUTABLE} -B ${path} ${class}.${CMAKE_MATCH_1})
+      set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${ARG_ENVIRONMENT}")
+      math(EXPR count "${count} + 1")
+    endif()
+  endforeach()
+  if(count EQUAL 0)
+    message(FATAL_ERROR "${path} holds no tests")
+  endif()
+endfunction()
