@@ -54,7 +54,7 @@ long memory() {
 
 TEST(DefaultEngineLifecycle, FiftyStartsLeaveNoThreadNoFileAndNoMemoryBehind) {
   setenv("QV_LANGUAGES", "eng", 1);
-  const TestRaster page = test_picture("en-phototest.tif");
+  const TestRaster page = test_picture("english.tif");
   const auto run_once = [&] {
     EngineLibrary engine;
     ASSERT_EQ(engine.start(), 0);
@@ -77,11 +77,11 @@ TEST(DefaultEngineLifecycle, FiftyStartsLeaveNoThreadNoFileAndNoMemoryBehind) {
 TEST(DefaultEngineLifecycle, StartingWhileStartedRestarts) {
   EngineLibrary engine;
   ASSERT_EQ(engine.start(), 0);
-  const std::string text = read(engine, test_picture("en-phototest.tif"));
+  const std::string text = read(engine, test_picture("english.tif"));
   ASSERT_EQ(engine.start(), 0);
   EXPECT_STREQ(engine.get_result_ex(), "");
   EXPECT_NE(engine.recognize(), 0);
-  EXPECT_EQ(read(engine, test_picture("en-phototest.tif")), text);
+  EXPECT_EQ(read(engine, test_picture("english.tif")), text);
   engine.uninit_engine();
 }
 
@@ -122,8 +122,7 @@ TEST(DefaultEngineLifecycle, TheHostsOpenMpSettingIsRestoredAndNoThreadIsStarted
 TEST(DefaultEngineLifecycle, AProcessThatExitsWithoutStoppingExitsCleanly) {
   const auto leave = [](bool close) {
     auto* engine = new EngineLibrary;
-    const bool fine =
-        engine->start() == 0 && !read(*engine, test_picture("en-phototest.tif")).empty();
+    const bool fine = engine->start() == 0 && !read(*engine, test_picture("english.tif")).empty();
     if (close) delete engine;
     std::exit(fine ? 0 : 9);
   };
