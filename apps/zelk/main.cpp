@@ -97,7 +97,9 @@ ExitCode run(const Options& options, int results) {
 
 int main(int argc, char** argv) {
   const int results = cli::claim_standard_output();
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is a write error like any other
+  // A reader that has gone and a file that may not grow are write errors like any other.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     const cli::ParsedOptions parsed = cli::parse_options(argc, argv);
     if (parsed.options) return run(*parsed.options, results);

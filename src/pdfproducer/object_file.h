@@ -8,12 +8,12 @@
 #include <cstdint>
 #include <memory>
 #include <qpdf/QPDFCryptoImpl.hh>
-#include <qpdf/QPDFObjectHandle.hh>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "pdfproducer/output_file.h"
+#include "pdfproducer/qpdf_objects.h"
 
 namespace zelk::pdf {
 

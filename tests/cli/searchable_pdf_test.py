@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The searchable PDF beside the text: written whole or its loss told, and nothing of the text lost."""
+"""The searchable PDF beside the text: written whole or its loss told, at no cost for the text."""
 
 import subprocess
 import unittest
@@ -39,7 +39,8 @@ class SearchablePdf(ProgramTest):
         self.out = self.folder / "none" / "out.pdf"
         result = self.run_program("--pdf", self.out, self.page)
         self.assert_result(result, 4, b"4x2 default\n")
-        self.assert_complains(result, f"{self.out}: the searchable PDF was not written: No such file")
+        self.assert_complains(result,
+                              f"{self.out}: the searchable PDF was not written: No such file")
 
     def test_folder_of_that_name_costs_only_the_pdf(self):
         self.out.mkdir()

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "plugins/tesseract/EngineLibrary.h"
@@ -43,7 +44,7 @@ bool is_valid(const std::string& json) {
 }
 
 TEST_F(DefaultEngineJson, ConformsToItsSchema) {
-  for (const char* name : {"en-phototest.tif", "zh-mixed-serif-200.jpg"}) {
+  for (const char* name : {"english.tif", "zh-mixed-serif-200.jpg"}) {
     ASSERT_FALSE(read(engine_, test_picture(name)).empty());
     EXPECT_TRUE(is_valid(json(4096000))) << name;
   }
@@ -52,8 +53,17 @@ TEST_F(DefaultEngineJson, ConformsToItsSchema) {
   EXPECT_TRUE(is_valid(json(4096000))) << "empty page";
 }
 
+TEST(EngineJsonDocumentation, ItsExampleConformsToTheSchema) {
+  std::ifstream file(ZELK_DOCS "/engine-json.md");
+  const std::string text(std::istreambuf_iterator<char>(file), {});
+  const std::size_t begin = text.find("```json\n") + 8;
+  const std::string example = text.substr(begin, text.find("```", begin) - begin);
+  EXPECT_EQ(Json::parse(example)["engine"]["name"], "zelk-tesseract");
+  EXPECT_TRUE(is_valid(example));
+}
+
 TEST_F(DefaultEngineJson, TheSchemaRefusesWhatIsNotAsDescribed) {
-  ASSERT_FALSE(read(engine_, test_picture("en-phototest.tif")).empty());
+  ASSERT_FALSE(read(engine_, test_picture("english.tif")).empty());
   Json page = Json::parse(json(4096000));
   page["blocks"][0]["lines"][0]["words"][0]["confidence"] = 101;
   EXPECT_FALSE(is_valid(page.dump()));
@@ -88,7 +98,7 @@ TEST_F(DefaultEngineJson, BoxesLieInsideOneAnotherAndOnThePage) {
 }
 
 TEST_F(DefaultEngineJson, EveryBufferSizeGetsWholeJsonOrNothing) {
-  ASSERT_FALSE(read(engine_, test_picture("en-phototest.tif")).empty());
+  ASSERT_FALSE(read(engine_, test_picture("english.tif")).empty());
   const std::size_t whole = json(4096000).size();
   EXPECT_EQ(json(whole + 1).size(), whole);
   EXPECT_EQ(Json::parse(json(whole))["detail"], "words");
@@ -106,7 +116,7 @@ TEST_F(DefaultEngineJson, EveryBufferSizeGetsWholeJsonOrNothing) {
 }
 
 TEST_F(DefaultEngineJson, ANullOrEmptyBufferIsLeftAlone) {
-  ASSERT_FALSE(read(engine_, test_picture("en-phototest.tif")).empty());
+  ASSERT_FALSE(read(engine_, test_picture("english.tif")).empty());
   char untouched = 'x';
   EXPECT_NE(engine_.get_result_json(nullptr, 100), 0);
   EXPECT_NE(engine_.get_result_json(&untouched, 0), 0);

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr const char* kEnglish = "en-phototest.tif";
+constexpr const char* kEnglish = "english.tif";
 constexpr const char* kChinese = "zh-landscape-200-palette.png";
 constexpr const char* kMixed = "zh-mixed-serif-200.jpg";
 
@@ -150,7 +150,7 @@ TEST_F(DefaultEngineReading, RefusedRastersDropTheImageBefore) {
 
 TEST_F(DefaultEngineReading, AnImageFileThatCannotBeReadDropsTheImageBefore) {
   ASSERT_EQ(set_image(engine_, test_picture(kEnglish)), 0);
-  EXPECT_NE(engine_.load_image_file(ZELK_TEST_DATA "/en-phototest.tif.txt", 0), 0);
+  EXPECT_NE(engine_.load_image_file(ZELK_TEST_DATA "/english.tif.txt", 0), 0);
   EXPECT_NE(engine_.recognize(), 0);
   EXPECT_NE(engine_.load_image_file("/nowhere.png", 0), 0);
   EXPECT_NE(engine_.load_image_file(nullptr, 0), 0);
@@ -197,7 +197,7 @@ TEST_F(DefaultEngineReading, PrintsNothing) {
   read(engine_, test_picture(kMixed));
   read(engine_, white_page(3, 3));
   read(engine_, white_page(3000, 20));
-  engine_.load_image_file(ZELK_TEST_DATA "/en-phototest.tif.txt", 0);
+  engine_.load_image_file(ZELK_TEST_DATA "/english.tif.txt", 0);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }

@@ -88,7 +88,7 @@ TEST_F(DefaultEngineStart, DamagedLanguageDataIsNamed) {
 TEST_F(DefaultEngineStart, LanguagesOfTheSettingsFileAreUsed) {
   configure("languages = chi_sim  # whatever the page\n");
   ASSERT_EQ(engine_.start(folder_.string() + "/"), 0);
-  ASSERT_FALSE(read(engine_, test_picture("en-phototest.tif")).empty());
+  ASSERT_FALSE(read(engine_, test_picture("english.tif")).empty());
   std::string json(4096000, '\0');
   engine_.get_result_json(json.data(), static_cast<int>(json.size()));
   EXPECT_NE(json.find("\"languages\":\"chi_sim\""), std::string::npos);
@@ -104,7 +104,7 @@ TEST_F(DefaultEngineStart, NothingWorksBeforeTheStartAndNothingBreaks) {
   OCR_CHAR cell{};
   int count = 7;
   EXPECT_NE(set_image(engine_, white_page(10, 10)), 0);
-  EXPECT_NE(engine_.load_image_file(ZELK_TEST_DATA "/en-phototest.tif", 0), 0);
+  EXPECT_NE(engine_.load_image_file(ZELK_TEST_DATA "/english.tif", 0), 0);
   EXPECT_NE(engine_.recognize(), 0);
   EXPECT_EQ(engine_.get_lines_num(), 0);
   EXPECT_FALSE(engine_.get_line_info_ex(0, &cell, count));
