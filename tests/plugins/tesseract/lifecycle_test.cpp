@@ -128,7 +128,9 @@ TEST(DefaultEngineLifecycle, AProcessThatExitsWithoutStoppingExitsCleanly) {
   };
   EXPECT_EXIT(leave(false), testing::ExitedWithCode(0), "");
   // What a closed library has not freed is a leak to a sanitizer, and rightly so.
-  if (!kSanitized) EXPECT_EXIT(leave(true), testing::ExitedWithCode(0), "");
+  if (!kSanitized) {
+    EXPECT_EXIT(leave(true), testing::ExitedWithCode(0), "");
+  }
 }
 
 // The output of a command, line by line.
