@@ -2,18 +2,15 @@
 #ifndef ZELK_PDFPRODUCER_OBJECT_FILE_H
 #define ZELK_PDFPRODUCER_OBJECT_FILE_H
 
-// Standard smart pointers only; without a choice qpdf's headers warn.
-#define POINTERHOLDER_TRANSITION 4
-
 #include <cstdint>
 #include <memory>
 #include <qpdf/QPDFCryptoImpl.hh>
-#include <qpdf/QPDFObjectHandle.hh>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "pdfproducer/output_file.h"
+#include "pdfproducer/qpdf_object.h"
 
 namespace zelk::pdf {
 
