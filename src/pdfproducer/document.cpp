@@ -45,7 +45,7 @@ void Document::begin_page(double width, double height) {
   require(std::isfinite(width) && std::isfinite(height) && width >= 0 && height >= 0,
           "a page's size is not negative");
   drop_page();
-  _page = Page();
+  _page = std::make_unique<Page>();
   _page->width = width;
   _page->height = height;
 }

@@ -3,7 +3,6 @@
 #define ZELK_PDFPRODUCER_DOCUMENT_H
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +35,7 @@ class Document {
   // Starts a page of the given size in points; a size of 0 is to be set by fit_image. A page that
   // is still open is dropped with the images opened on it.
   void begin_page(double width, double height);
-  bool page_is_open() const { return _page.has_value(); }
+  bool page_is_open() const { return _page != nullptr; }
 
   // The next five need an open page.
   void set_fill_color(double red, double green, double blue);
@@ -78,7 +77,7 @@ class Document {
   std::string _name;
   ObjectFile _file;
   PageTree _pages;
-  std::optional<Page> _page;
+  std::unique_ptr<Page> _page;
   std::vector<std::shared_ptr<Image>> _images;  // by handle, null where one was closed
   bool _has_font = false;
   std::unique_ptr<GbkDecoder> _decoder;

@@ -10,6 +10,7 @@ namespace zelk::pdf {
 namespace {
 
 constexpr std::uint32_t kPackedTogether = 100;
+constexpr std::size_t kIdentifierSize = 16;
 
 const unsigned char* octets(std::string_view bytes) {
   return reinterpret_cast<const unsigned char*>(bytes.data());
@@ -40,7 +41,7 @@ void append_big_endian(std::string& bytes, std::uint64_t value, int count) {
 
 ObjectFile::ObjectFile(const std::string& name)
     : _output(name), _digest(QPDFCryptoProvider::getImpl()), _places(1) {
-  _digest->MD5_init();
+  _digest->SHA2_init(256);
   // Version 1.5 brought object streams. Bytes above 127 tell transfer programs that this is no
   // text.
   write("%PDF-1.5\n%\xE2\xE3\xCF\xD3\n");
@@ -124,16 +125,15 @@ void ObjectFile::write_cross_reference(int number, QPDFObjectHandle trailer) {
 }
 
 void ObjectFile::write(std::string_view bytes) {
-  if (_digest) _digest->MD5_update(octets(bytes), bytes.size());
+  if (_digest) _digest->SHA2_update(octets(bytes), bytes.size());
   _output.write(bytes);
 }
 
 std::string ObjectFile::end_digest() {
-  QPDFCryptoImpl::MD5_Digest bytes;
-  _digest->MD5_finalize();
-  _digest->MD5_digest(bytes);
+  _digest->SHA2_finalize();
+  const std::string digest = _digest->SHA2_digest();
   _digest.reset();
-  return {reinterpret_cast<const char*>(bytes), sizeof bytes};
+  return digest.substr(0, kIdentifierSize);
 }
 
 }  // namespace zelk::pdf

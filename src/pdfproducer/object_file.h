@@ -2,9 +2,6 @@
 #ifndef ZELK_PDFPRODUCER_OBJECT_FILE_H
 #define ZELK_PDFPRODUCER_OBJECT_FILE_H
 
-// Standard smart pointers only; without a choice qpdf's headers warn.
-#define POINTERHOLDER_TRANSITION 4
-
 #include <cstdint>
 #include <memory>
 #include <qpdf/QPDFCryptoImpl.hh>
@@ -13,7 +10,7 @@
 #include <vector>
 
 #include "pdfproducer/output_file.h"
-#include "pdfproducer/qpdf_objects.h"
+#include "pdfproducer/qpdf_object.h"
 
 namespace zelk::pdf {
 

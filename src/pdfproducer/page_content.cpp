@@ -31,7 +31,7 @@ std::string hundredths_text(std::int64_t value) {
 
 PageContent::Quantum PageContent::quantum(double size) {
   const int decimals = size < 1 ? 4 : 2;
-  const double unit = std::pow(10, decimals);
+  const double unit = decimals == 4 ? 1e4 : 1e2;
   const double rounded = std::round(std::clamp(size, kSmallest, kFarthest) * unit) / unit;
   return {rounded, decimals};
 }

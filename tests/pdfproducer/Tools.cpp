@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdio>
-#include <regex>
 
 Outcome run(const std::string& command) {
   Outcome outcome;
@@ -37,14 +36,22 @@ std::string qpdf_object(const std::string& path, const std::string& object) {
 
 namespace {
 
-// Object number behind a label in qpdf's list of the pages.
+// Text between two marks; empty where one of them is missing.
+std::string between(const std::string& text, const std::string& before, const std::string& after) {
+  const std::size_t start = text.find(before);
+  if (start == std::string::npos) return "";
+  const std::size_t end = text.find(after, start + before.size());
+  if (end == std::string::npos) return "";
+  return text.substr(start + before.size(), end - start - before.size());
+}
+
+// Number of the object behind a label in qpdf's list of the pages, such as "/I0: 7 0 R".
 std::string listed_object(const std::string& path, int page, const std::string& label) {
   const std::string pages = run("qpdf --show-pages --with-images '" + path + "'").output;
   const std::size_t start = pages.find("page " + std::to_string(page) + ":");
-  std::smatch match;
-  const std::string rest = start == std::string::npos ? "" : pages.substr(start);
-  if (!std::regex_search(rest, match, std::regex(label + "[^0-9]*[^:]*?(\\d+) 0 R"))) return "";
-  return match[1];
+  if (start == std::string::npos) return "";
+  const std::string reference = between(pages.substr(start), label, " 0 R");
+  return reference.substr(reference.find_first_of("0123456789"));
 }
 
 }  // namespace
@@ -54,7 +61,7 @@ std::string page_content(const std::string& path, int page) {
 }
 
 std::string page_image(const std::string& path, int page) {
-  const std::string object = listed_object(path, page, "images:\\s+/I\\d+:");
+  const std::string object = listed_object(path, page, "/I0:");
   return run("qpdf '" + path + "' --show-object=" + object + " --raw-stream-data").output;
 }
 
@@ -63,8 +70,7 @@ std::string poppler_text(const std::string& path) {
 }
 
 std::string pdfinfo(const std::string& path, const std::string& key) {
-  const std::string lines = run("pdfinfo '" + path + "'").output;
-  std::smatch match;
-  if (!std::regex_search(lines, match, std::regex("(^|\n)" + key + ": *([^\n]*)"))) return lines;
-  return match[2];
+  const std::string lines = '\n' + run("pdfinfo '" + path + "'").output;
+  const std::string value = between(lines, '\n' + key + ':', "\n");
+  return value.empty() ? lines : value.substr(value.find_first_not_of(' '));
 }

@@ -146,7 +146,7 @@ TEST_F(Output, OverALinkToItselfIsRefused) {
 }
 
 TEST_F(Output, HasTheModeOfAnyNewFile) {
-  for (const mode_t mask : {022, 077, 002}) {
+  for (const mode_t mask : {022u, 077u, 002u}) {
     const mode_t before = umask(mask);
     EXPECT_TRUE(write(path("a.pdf")));
     umask(before);
@@ -156,7 +156,7 @@ TEST_F(Output, HasTheModeOfAnyNewFile) {
 }
 
 TEST_F(Output, KeepsTheModeOfTheFileThatItReplaces) {
-  for (const mode_t mode : {0600, 0664, 0755, 0222}) {
+  for (const mode_t mode : {0600u, 0664u, 0755u, 0222u}) {
     write_file(path("a.pdf"), "earlier");
     chmod(path("a.pdf").c_str(), mode);
     EXPECT_TRUE(write(path("a.pdf")));

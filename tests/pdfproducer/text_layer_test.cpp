@@ -275,9 +275,9 @@ TEST_F(TextLayer, IsTheSameInALocaleWithAComma) {
   const std::vector<Shown> line = line_of("12.5 dots", 1020.25, 100.75, 11.5);
   write(line);
   const std::string expected = read_file(path);
-  ASSERT_EQ(run("localedef -i de_DE -f UTF-8 '" + folder.path("with_comma") + "'").status, 0);
+  ASSERT_EQ(run("localedef -i de_DE -f UTF-8 '" + folder.path("de_DE.UTF-8") + "'").status, 0);
   setenv("LOCPATH", folder.path("").c_str(), 1);
-  ASSERT_NE(std::setlocale(LC_ALL, "with_comma"), nullptr);
+  ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
   ASSERT_STREQ(std::localeconv()->decimal_point, ",");
   const std::locale before =
       std::locale::global(std::locale(std::locale::classic(), new CommaForPoint));
