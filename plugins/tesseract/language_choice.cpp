@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "language_choice.h"
 
+#include <allheaders.h>
+
 #include <algorithm>
 #include <iterator>
 #include <memory>
@@ -41,13 +43,24 @@ void count_letters(tesseract::TessBaseAPI& api, const tesseract::TessBaseAPI& fi
   } while (it->Next(tesseract::RIL_SYMBOL));
 }
 
+// Makes the box, with a margin for what layout analysis has cut too close, the part to read.
+// Tesseract ends the process when that is larger than it can hold, so it must not reach beyond the
+// page.
+void select(tesseract::TessBaseAPI& api, const Box& box) {
+  Pix* page = api.GetInputImage();
+  const int margin = (box.bottom - box.top) / 8;
+  const int left = std::max(0, box.left - margin);
+  const int top = std::max(0, box.top - margin);
+  const int right = std::min(pixGetWidth(page), box.right + margin);
+  const int bottom = std::min(pixGetHeight(page), box.bottom + margin);
+  api.SetRectangle(left, top, right - left, bottom - top);
+}
+
 Letters look_at(tesseract::TessBaseAPI& api, const std::vector<Box>& lines, const Look& look,
                 const tesseract::TessBaseAPI& first) {
   Letters letters;
   for (const Box& box : sample_lines(lines, look.lines, look.heights)) {
-    const int margin = (box.bottom - box.top) / 8;
-    api.SetRectangle(box.left - margin, box.top - margin, box.right - box.left + 2 * margin,
-                     box.bottom - box.top + 2 * margin);
+    select(api, box);
     count_letters(api, first, letters);
   }
   return letters;

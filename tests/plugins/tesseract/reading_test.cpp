@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
+#include <utility>
 
 #include "plugins/tesseract/EngineLibrary.h"
 #include "script.h"
@@ -124,6 +126,19 @@ TEST_F(DefaultEngineReading, TinyPagesAreReadWithoutHarm) {
       ASSERT_EQ(set_image(engine_, white_page(side, side, bits)), 0);
       engine_.recognize();
       EXPECT_STREQ(engine_.get_result_ex(), "") << side << " pixels";
+    }
+  }
+}
+
+// Tesseract ends the process on pictures that it has been told are larger than it can hold.
+TEST_F(DefaultEngineReading, NoiseOfTheLongestShapesIsReadWithoutHarm) {
+  std::mt19937 random(1);
+  for (const auto& [width, height] : {std::pair{3, 32767}, {32767, 3}, {200, 300}}) {
+    for (int i = 0; i < 3; ++i) {
+      TestRaster noise = white_page(width, height);
+      for (unsigned char& byte : noise.rows) byte = static_cast<unsigned char>(random());
+      ASSERT_EQ(set_image(engine_, noise), 0);
+      EXPECT_EQ(engine_.recognize(), 0);
     }
   }
 }
