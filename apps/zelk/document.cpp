@@ -14,6 +14,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "searchable_pdf.h"
 #include "zelkAPI.h"
 
 namespace cli {
@@ -101,9 +102,7 @@ void write_json(const std::string& file, int page_count, Output& output) {
   output.write("]}\n");
 }
 
-std::string recognize_loaded(const std::string& file, int page_count, Format format,
-                             Output& output) {
-  zelk_recognize();
+std::string write_result(const std::string& file, int page_count, Format format, Output& output) {
   const int pages_read = count_pages_read(page_count);
   if (pages_read == 0) {
     return page_count == 1 ? "the page could not be read"
@@ -118,21 +117,34 @@ std::string recognize_loaded(const std::string& file, int page_count, Format for
   return fmt::format("{} of {} pages could not be read", page_count - pages_read, page_count);
 }
 
+std::string recognize_document(const std::string& file, const Options& options, Output& output,
+                               SearchablePdf& pdf) {
+  int page_count = zelk_load_image_document(file.c_str(), options.dpi);
+  if (page_count < 1) return refused_reason(file);
+  pdf.start();
+  if (!pdf.recognize()) {
+    // The PDF failed half way: the text is read again, without it.
+    zelk_free_image_document();
+    page_count = zelk_load_image_document(file.c_str(), options.dpi);
+    zelk_recognize();
+  }
+  return write_result(file, page_count, options.format, output);
+}
+
 }  // namespace
 
-std::string recognize_file(const std::string& file, const Options& options, Output& output) {
+Shortfall recognize_file(const std::string& file, const Options& options, Output& output) {
   const std::string reason = unreadable_reason(file);
-  if (!reason.empty()) return reason;
+  if (!reason.empty()) return {reason, ""};
+  SearchablePdf pdf(options.pdf);
   std::string lost;
   try {
-    const int page_count = zelk_load_image_document(file.c_str(), options.dpi);
-    lost = page_count < 1 ? refused_reason(file)
-                          : recognize_loaded(file, page_count, options.format, output);
+    lost = recognize_document(file, options, output, pdf);
   } catch (const std::bad_alloc&) {
     lost = "there is not enough memory for it";
   }
   zelk_free_image_document();  // a document that was refused may be held too
-  return lost;
+  return {lost, lost.empty() || !pdf.reason().empty() ? pdf.reason() : ""};
 }
 
 }  // namespace cli

@@ -42,9 +42,10 @@ ExitCode show(const std::string& text, int results) {
 }
 
 ExitCode recognize_files(const Options& options, const std::string& engine_dir, int results) {
-  const auto overwritten =
-      std::find_if(options.files.begin(), options.files.end(),
-                   [&](const std::string& file) { return cli::same_file(file, options.output); });
+  const auto is_output = [&](const std::string& file) {
+    return cli::same_file(file, options.output) || cli::same_file(file, options.pdf);
+  };
+  const auto overwritten = std::find_if(options.files.begin(), options.files.end(), is_output);
   if (overwritten != options.files.end()) {
     complain(fmt::format("{} is an input, it cannot be the output too", *overwritten));
     return cli::kUsage;
@@ -62,10 +63,16 @@ ExitCode recognize_files(const Options& options, const std::string& engine_dir, 
   cli::silence_decoders();
   ExitCode exit_code = cli::kAllDone;
   for (const std::string& file : options.files) {
-    const std::string lost = cli::recognize_file(file, options, *output);
-    if (lost.empty()) continue;
-    complain(file + ": " + lost);
-    exit_code = cli::kSomeInputsUnreadable;
+    const cli::Shortfall shortfall = cli::recognize_file(file, options, *output);
+    if (!shortfall.input.empty()) {
+      complain(file + ": " + shortfall.input);
+      exit_code = cli::kSomeInputsUnreadable;
+    }
+    if (!shortfall.pdf.empty()) {
+      complain(
+          fmt::format("{}: the searchable PDF was not written: {}", options.pdf, shortfall.pdf));
+      exit_code = cli::kOutputFailed;
+    }
   }
   output->finish();
   zelk_uninit_engine();
@@ -90,7 +97,9 @@ ExitCode run(const Options& options, int results) {
 
 int main(int argc, char** argv) {
   const int results = cli::claim_standard_output();
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is a write error like any other
+  // A reader that has gone and a file that may not grow are write errors like any other.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     const cli::ParsedOptions parsed = cli::parse_options(argc, argv);
     if (parsed.options) return run(*parsed.options, results);

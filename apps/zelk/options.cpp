@@ -2,6 +2,8 @@
 #include "options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
 #include <map>
 #include <sstream>
 
@@ -25,6 +27,7 @@ not be started, 4 the output could not be written.
 Examples:
   zelk letter.png
   zelk --lang eng --dpi 300 -o report.txt report.pdf
+  zelk --pdf searchable.pdf scan.tif
   zelk --format json scans/*.tif | jq .pages[0])";
 
 void add_options(CLI::App& app, Options& options) {
@@ -53,11 +56,27 @@ void add_options(CLI::App& app, Options& options) {
       ->type_name("FILE")
       ->group("Output");
 
+  app.add_option("--pdf", options.pdf,
+                 "Searchable PDF to write beside the text, of one document; ends in .pdf")
+      ->type_name("FILE")
+      ->group("Output");
+
   app.add_flag("--list-langs", options.list_languages, "List the languages that can be used")
       ->group("Information");
   app.add_flag("--version", options.version, "Show the versions of zelk and what it runs on")
       ->group("Information");
   app.set_help_flag("-h,--help", "Show this help")->group("Information");
+}
+
+void check_pdf(const Options& options) {
+  if (options.pdf.empty()) return;
+  if (options.files.size() > 1)
+    throw CLI::ValidationError("--pdf", "is for one document at a time");
+  std::string end =
+      options.pdf.substr(options.pdf.size() - std::min<size_t>(4, options.pdf.size()));
+  std::transform(end.begin(), end.end(), end.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  if (end != ".pdf") throw CLI::ValidationError("--pdf", "the name must end in .pdf");
 }
 
 }  // namespace
@@ -72,6 +91,7 @@ ParsedOptions parse_options(int argc, const char* const* argv) {
     if (options.files.empty() && !options.list_languages && !options.version) {
       throw CLI::RequiredError("FILE");
     }
+    check_pdf(options);
   } catch (const CLI::ParseError& error) {
     std::ostringstream help;
     std::ostringstream mistake;

@@ -25,6 +25,7 @@ struct Options {
   std::optional<std::string> language;  // for example "eng" or "chi_sim+eng"
   Format format = Format::kText;
   std::string output;  // empty: standard output
+  std::string pdf;     // empty: no searchable PDF
   bool list_languages = false;
   bool version = false;
   std::vector<std::string> files;

@@ -4,33 +4,37 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
-#include <utility>
 
 #include "script.h"
 
 namespace tesseract_engine {
 namespace {
 
-constexpr double kLeastBlank = 0.2;  // in Han characters; narrower gaps are not read back
+// One character as printed.
+struct Glyph {
+  Box box;
+  bool wide;   // set in a square
+  bool solid;  // fills its square: Han characters do, East Asian punctuation does not
+  bool blank_before;
+  std::u32string text;
+  double centre() const { return (box.left + box.right) / 2.0; }
+};
 
 // Neighbouring characters of one kind without a blank between them.
 struct Run {
   bool wide = false;
   bool blank_before = false;
+  std::vector<Glyph> glyphs;
   double left = 0;
   double right = 0;
-  std::u32string text;
-  std::vector<double> starts;  // where the run would start, judged by each of its ideographs
+  double half_ems = 0;  // what the glyphs of the font measure together
   double width() const { return right - left; }
 };
 
-// One character as printed, before runs are formed.
-struct Glyph {
-  Box box;
-  bool wide;
-  bool blank_before;
-  std::u32string text;
-};
+// Quotation marks, dashes and dots that both scripts use.
+bool is_shared_punctuation(char32_t code) {
+  return code == 0xB7 || (code >= 0x2014 && code <= 0x2026);
+}
 
 std::vector<Glyph> glyphs_of(const Line& line) {
   std::vector<Glyph> glyphs;
@@ -40,43 +44,48 @@ std::vector<Glyph> glyphs_of(const Line& line) {
     for (const Character& character : word.characters) {
       const std::u32string text = letters(character);
       if (text.empty()) continue;
-      glyphs.push_back({character.box, is_wide(text.front()), blank, text});
+      const bool wide = is_wide(text.front());
+      const bool solid = wide && !is_wide_punctuation(text.front());
+      glyphs.push_back({character.box, wide, solid, blank, text});
       blank = false;
     }
     before = &word;
   }
+  // Shared punctuation is set in a square beside Han characters.
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    if (!is_shared_punctuation(glyphs[i].text.front())) continue;
+    const bool after_wide = i > 0 && glyphs[i - 1].wide && !glyphs[i].blank_before;
+    const bool before_wide =
+        i + 1 < glyphs.size() && glyphs[i + 1].wide && !glyphs[i + 1].blank_before;
+    glyphs[i].wide = after_wide || before_wide;
+  }
   return glyphs;
 }
 
-// Ideographs fill the middle of their cells, punctuation marks a corner: the former say where cells
-// lie.
-bool is_ideograph(const Glyph& glyph) {
-  return glyph.wide && !is_wide_punctuation(glyph.text.front());
-}
-
-double median(std::vector<double> values) {
+double median(std::vector<double>& values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
   std::nth_element(values.begin(), middle, values.end());
   return *middle;
 }
 
-double centre(const Box& box) {
-  return (box.left + box.right) / 2.0;
-}
-
-// The distance from one ideograph to the next: the median over the line, since boxes of single
-// characters are as uncertain as the gaps round them.
-double pitch_of(const std::vector<Glyph>& glyphs, const Line& line) {
-  std::vector<double> steps;
+// Distances from one Han character to the next. Boxes of single characters are as uncertain as the
+// gaps round them, and those of punctuation lie anywhere in their squares.
+void add_steps(const std::vector<Glyph>& glyphs, std::vector<double>& steps) {
   for (std::size_t i = 1; i < glyphs.size(); ++i) {
     const Glyph& a = glyphs[i - 1];
     const Glyph& b = glyphs[i];
-    if (!is_ideograph(a) || !is_ideograph(b) || b.blank_before) continue;
-    const double step = centre(b.box) - centre(a.box);
-    if (step > 0) steps.push_back(step);
+    if (!a.solid || !b.solid || b.blank_before) continue;
+    if (b.centre() > a.centre()) steps.push_back(b.centre() - a.centre());
   }
-  return steps.empty() ? std::max(1, line.box.bottom - line.box.top)
-                       : std::max(1.0, median(std::move(steps)));
+}
+
+// The pitch of the line's Han characters: its own, else that of the page if it fits the line.
+double pitch_of(const std::vector<Glyph>& glyphs, const Line& line, double page_pitch) {
+  std::vector<double> steps;
+  add_steps(glyphs, steps);
+  if (!steps.empty()) return std::max(1.0, median(steps));
+  const double height = std::max(1, line.box.bottom - line.box.top);
+  return page_pitch > 0.6 * height && page_pitch < 2.5 * height ? page_pitch : height;
 }
 
 // A gap of more than a character inside Han text (a tabulator, a column) ends the run.
@@ -85,53 +94,89 @@ bool continues(const Run& run, const Glyph& glyph, double pitch) {
   return !run.wide || glyph.box.left - run.right < pitch;
 }
 
+// Glyphs of the font: an em for whatever GBK holds in two bytes, half an em for the rest.
+double half_ems(const Glyph& glyph) {
+  double sum = 0;
+  for (const char32_t code : glyph.text) sum += glyph.wide || takes_two_bytes_in_gbk(code) ? 2 : 1;
+  return sum;
+}
+
 std::vector<Run> runs_of(const std::vector<Glyph>& glyphs, double pitch) {
   std::vector<Run> runs;
   for (const Glyph& glyph : glyphs) {
     if (runs.empty() || !continues(runs.back(), glyph, pitch)) {
-      runs.push_back({glyph.wide,
-                      glyph.blank_before,
-                      static_cast<double>(glyph.box.left),
-                      static_cast<double>(glyph.box.right),
-                      {},
-                      {}});
+      Run run;
+      run.wide = glyph.wide;
+      run.blank_before = glyph.blank_before;
+      run.left = glyph.box.left;
+      run.right = glyph.box.right;
+      runs.push_back(run);
     }
     Run& run = runs.back();
-    if (is_ideograph(glyph)) {
-      run.starts.push_back(centre(glyph.box) -
-                           pitch * (static_cast<double>(run.text.size()) + 0.5));
-    }
+    run.glyphs.push_back(glyph);
     run.left = std::min<double>(run.left, glyph.box.left);
     run.right = std::max<double>(run.right, glyph.box.right);
-    run.text += glyph.text;
+    run.half_ems += half_ems(glyph);
   }
   return runs;
 }
 
-void place_wide_runs(std::vector<Run>& runs, double pitch) {
+// Lays the squares of a Han run where its characters are.
+void align_wide_runs(std::vector<Run>& runs, double pitch) {
   for (Run& run : runs) {
     if (!run.wide) continue;
-    const double width = pitch * static_cast<double>(run.text.size());
-    run.left = run.starts.empty() ? (run.left + run.right - width) / 2 : median(run.starts);
+    std::vector<double> starts;
+    for (std::size_t i = 0; i < run.glyphs.size(); ++i) {
+      if (run.glyphs[i].solid) {
+        starts.push_back(run.glyphs[i].centre() - (static_cast<double>(i) + 0.5) * pitch);
+      }
+    }
+    const double width = pitch * static_cast<double>(run.glyphs.size());
+    run.left = starts.empty() ? (run.left + run.right - width) / 2 : median(starts);
     run.right = run.left + width;
   }
 }
 
-// Where two runs meet without a blank, the Latin one is moved to the edge of the other; where there
-// is a blank, a gap is kept for it. A run keeps at least half of its width.
-void settle_edges(std::vector<Run>& runs, double pitch) {
+// Moves the Latin side of each seam to the edge of the Han side, if that leaves the Latin run at
+// least half of its width and no more than a Han character wider.
+void close_seams(std::vector<Run>& runs, double pitch) {
   for (std::size_t i = 1; i < runs.size(); ++i) {
     Run& a = runs[i - 1];
     Run& b = runs[i];
-    const double gap = b.left - a.right;
-    const double wanted = b.blank_before ? kLeastBlank * pitch : 0;
-    if (b.blank_before ? gap >= wanted : gap > pitch) continue;
-    double edge = (a.right + b.left) / 2;
-    if (a.wide != b.wide) edge = a.wide ? a.right + wanted / 2 : b.left - wanted / 2;
-    edge = std::max(std::min(edge, b.right - b.width() / 2), a.left + a.width() / 2);
-    a.right = edge - wanted / 2;
-    b.left = edge + wanted / 2;
+    if (b.blank_before || a.wide == b.wide) continue;
+    Run& latin = a.wide ? b : a;
+    const double moved = a.wide ? b.right - a.right : b.left - a.left;
+    if (moved < latin.width() / 2 || moved > latin.width() + pitch) continue;
+    (a.wide ? b.left : a.right) = a.wide ? a.right : b.left;
   }
+}
+
+// The size of the line's type: the pitch of its Han characters, else what its words suggest.
+double em_of(const std::vector<Run>& runs, double pitch) {
+  std::vector<double> ems;
+  for (const Run& run : runs) {
+    if (run.wide) return pitch;
+    const double em = 2 * run.width() / run.half_ems;
+    ems.insert(ems.end(), run.glyphs.size(), em);
+  }
+  return ems.empty() ? pitch : median(ems);
+}
+
+// Readers of a PDF take text of very different sizes for text of different lines, so words of
+// narrow or wide letters stay near the size of the line.
+double near_em(double size, double em) {
+  return std::clamp(size, 0.8 * em, 1.25 * em);
+}
+
+// They also take a blank for one by its width, so a word leaves that much of the way to the next.
+constexpr double kLeastBlank = 0.15;  // ems
+
+// The size at which a Latin run is set: its letters share its width, as far as the line allows.
+double latin_size(const Run& run, const Run* next, double em) {
+  const double size = near_em(2 * run.width() / run.half_ems, em);
+  if (next == nullptr) return size;
+  const double end = next->left - (next->blank_before ? kLeastBlank * em : 0);
+  return std::max(1.0, std::min(size, 2 * (end - run.left) / run.half_ems));
 }
 
 std::uint16_t code_unit(char32_t code) {
@@ -148,31 +193,38 @@ OCR_CHAR cell(double left, double right, int bottom, double height, char32_t cod
   return out;
 }
 
-void append_run(std::vector<OCR_CHAR>& cells, const Run& run, int bottom) {
-  const double advance = run.width() / static_cast<double>(run.text.size());
+// Appends the cells of a run and returns where they end.
+double append_run(std::vector<OCR_CHAR>& cells, const Run& run, double size, int bottom) {
   double left = run.left;
-  for (const char32_t code : run.text) {
-    cells.push_back(cell(left, left + advance, bottom, run.wide ? advance : 2 * advance, code));
-    left += advance;
+  for (const Glyph& glyph : run.glyphs) {
+    const double advance = half_ems(glyph) * size / 2 / static_cast<double>(glyph.text.size());
+    for (const char32_t code : glyph.text) {
+      cells.push_back(cell(left, left + advance, bottom, size, code));
+      left += advance;
+    }
   }
+  return left;
 }
 
-std::vector<OCR_CHAR> horizontal_cells(const Line& line) {
+std::vector<OCR_CHAR> horizontal_cells(const Line& line, double page_pitch) {
   const std::vector<Glyph> glyphs = glyphs_of(line);
-  const double pitch = pitch_of(glyphs, line);
+  const double pitch = pitch_of(glyphs, line, page_pitch);
   std::vector<Run> runs = runs_of(glyphs, pitch);
-  place_wide_runs(runs, pitch);
-  settle_edges(runs, pitch);
+  align_wide_runs(runs, pitch);
+  close_seams(runs, pitch);
 
+  const double em = em_of(runs, pitch);
+  const int bottom = line.box.bottom;
   std::vector<OCR_CHAR> cells;
-  const Run* before = nullptr;
-  for (const Run& run : runs) {
-    if (run.blank_before && before != nullptr) {
-      const double gap = std::max(1.0, run.left - before->right);
-      cells.push_back(cell(run.left - gap, run.left, line.box.bottom, 2 * gap, U' '));
+  double end = 0;
+  for (std::size_t i = 0; i < runs.size(); ++i) {
+    const Run* const next = i + 1 < runs.size() ? &runs[i + 1] : nullptr;
+    if (runs[i].blank_before && i > 0) {
+      const double gap = std::max(1.0, runs[i].left - end);
+      cells.push_back(cell(runs[i].left - gap, runs[i].left, bottom, std::min(2 * gap, em), U' '));
     }
-    append_run(cells, run, line.box.bottom);
-    before = &run;
+    const double size = runs[i].wide ? pitch : latin_size(runs[i], next, em);
+    end = append_run(cells, runs[i], size, bottom);
   }
   return cells;
 }
@@ -195,8 +247,18 @@ std::vector<OCR_CHAR> vertical_cells(const Line& line) {
 
 }  // namespace
 
-std::vector<OCR_CHAR> advance_cells(const Line& line) {
-  return line.vertical ? vertical_cells(line) : horizontal_cells(line);
+double han_pitch(const std::vector<Block>& blocks) {
+  std::vector<double> steps;
+  for (const Block& block : blocks) {
+    for (const Line& line : block.lines) {
+      if (!line.vertical) add_steps(glyphs_of(line), steps);
+    }
+  }
+  return steps.empty() ? 0 : median(steps);
+}
+
+std::vector<OCR_CHAR> advance_cells(const Line& line, double page_pitch) {
+  return line.vertical ? vertical_cells(line) : horizontal_cells(line, page_pitch);
 }
 
 }  // namespace tesseract_engine

@@ -60,8 +60,9 @@ void Engine::forget_results() {
 
 void Engine::keep_results(Page page) {
   std::vector<std::vector<OCR_CHAR>> lines;
+  const double pitch = han_pitch(page.blocks);
   for (const Block& block : page.blocks) {
-    for (const Line& line : block.lines) lines.push_back(advance_cells(line));
+    for (const Line& line : block.lines) lines.push_back(advance_cells(line, pitch));
   }
   const std::u32string text = page_text(page);
   std::string narrow = to_utf8(text);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "script.h"
 
+#include <iconv.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -73,6 +75,22 @@ bool is_wide_punctuation(char32_t code) {
 
 bool is_letter(char32_t code) {
   return !contains(kNoLetters, code);
+}
+
+bool takes_two_bytes_in_gbk(char32_t code) {
+  if (code < 0x80) return false;
+  const iconv_t converter = iconv_open("GBK", "UTF-8");
+  if (converter == reinterpret_cast<iconv_t>(-1)) return false;
+  std::string utf8;
+  append_utf8(utf8, code);
+  char gbk[4];
+  char* in = utf8.data();
+  char* out = gbk;
+  std::size_t in_left = utf8.size();
+  std::size_t out_left = sizeof gbk;
+  iconv(converter, &in, &in_left, &out, &out_left);
+  iconv_close(converter);
+  return out - gbk == 2;
 }
 
 bool keeps_blank(char32_t before, char32_t after) {

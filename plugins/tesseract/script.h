@@ -20,6 +20,10 @@ bool is_wide_punctuation(char32_t code);
 // and symbols.
 bool is_letter(char32_t code);
 
+// True for what GBK, the encoding of searchable PDFs, holds in two bytes: the fonts of such PDFs
+// draw it an em wide, everything else half an em.
+bool takes_two_bytes_in_gbk(char32_t code);
+
 // True when white space seen between these two characters is part of the text. It is between Latin
 // words and between a Latin word and a Han character; it is not between Han characters nor beside
 // East Asian punctuation.

@@ -9,6 +9,7 @@
 #include "readers/pdfiumreader.h"
 #include "readers/tiffreader.h"
 #include "text/StringFormat.h"
+#include "writers/pdfwriter.h"
 
 namespace {
 
@@ -128,9 +129,13 @@ const wchar_t* MainProcess::get_ocr_json_buffer_unicode(int page_id) {
   return _json_buffer_unicode.c_str();
 }
 
-bool MainProcess::set_double_document_filename(const char*) {
+bool MainProcess::set_double_document_filename(const char* double_document_filename) {
+  // A document that the old writer still has open is not finished.
   delete_writer();
-  return false;
+  if (lower_extension(double_document_filename) != "pdf") return false;
+  _writer = new pdfwriter;
+  _double_document_file_name = double_document_filename;
+  return true;
 }
 
 int MainProcess::save_form_grid(const char* src_image_file, const char* dst_form_grid_file) {

@@ -87,21 +87,13 @@ TEST(AdvanceCells, OneBlankSpansTheGapBetweenLatinWords) {
   ASSERT_EQ(codes(cells), U"two words");
   EXPECT_EQ(cells[3].left, 30);
   EXPECT_EQ(cells[3].right, 44);
-  EXPECT_EQ(height(cells[3]), 28);
+  EXPECT_EQ(height(cells[3]), 20) << "no higher than the type of the line";
 }
 
 TEST(AdvanceCells, ABlankGetsRoomWhereBoxesLeaveNone) {
   const auto cells = advance_cells(line({word(U"Version", 0, 10), word(U"2.4", 68, 10, true)}));
   ASSERT_EQ(codes(cells), U"Version 2.4");
-  EXPECT_EQ(width(cells[7]), 8);  // a fifth of the line's height
-  for (std::size_t i = 1; i < cells.size(); ++i) EXPECT_EQ(cells[i].left, cells[i - 1].right);
-}
-
-TEST(AdvanceCells, ARunKeepsHalfOfItsWidthHoweverItsNeighbourOverlaps) {
-  const auto cells = advance_cells(line({word(U"ab", 0, 20), word(U"一二", 10, 30)}));
-  ASSERT_EQ(codes(cells), U"ab一二");
-  EXPECT_EQ(cells[1].right, 20);
-  EXPECT_EQ(cells[2].left, 20);
+  EXPECT_EQ(width(cells[7]), 3) << "0.15 of the em of the line";
 }
 
 TEST(AdvanceCells, NoBlankStandsBetweenHanCharacters) {
@@ -171,6 +163,33 @@ TEST(AdvanceCells, CellsAreNeverEmptyHoweverNarrowTheBoxes) {
     EXPECT_GT(width(cell), 0);
     EXPECT_GT(height(cell), 0);
   }
+}
+
+TEST(AdvanceCells, QuotationMarksThatTheFontDrawsAnEmWideTakeTwoShares) {
+  const auto cells = advance_cells(line({word(U"“abc”", 0, 14)}));
+  ASSERT_EQ(codes(cells), U"“abc”");
+  EXPECT_EQ(width(cells[0]), 2 * width(cells[1]));
+  for (const OCR_CHAR& cell : cells) EXPECT_EQ(height(cell), height(cells[0]));
+}
+
+TEST(AdvanceCells, WordOfNarrowLettersStaysNearTheSizeOfTheLine) {
+  const auto cells = advance_cells(
+      line({word(U"wide", 0, 12), word(U"ill", 60, 5, true), word(U"words", 100, 12, true)}));
+  EXPECT_EQ(height(cells[0]), 24);
+  EXPECT_EQ(height(cells[5]), 19);
+  const auto tight = advance_cells(
+      line({word(U"wide", 0, 12), word(U"ill", 60, 5, true), word(U"words", 80, 12, true)}));
+  EXPECT_LE(tight[7].right, 80) << "room is left for the blank";
+}
+
+TEST(AdvanceCells, PitchOfThePageServesLinesWithoutOneOfTheirOwn) {
+  Word run = word(U"边。", 100, 30);
+  run.characters[1].box = {132, 30, 140, 40};
+  const auto cells = advance_cells(line({run}), 33);
+  ASSERT_EQ(cells.size(), 2U);
+  EXPECT_EQ(height(cells[0]), 33);
+  EXPECT_EQ(width(cells[1]), 33);
+  EXPECT_EQ(han_pitch({{{}, {line({word(U"一二三", 0, 31)})}}}), 31);
 }
 
 }  // namespace

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+// Searchable PDFs through the shared library, as a host in C would make them: whatever becomes of
+// the output, the text is there and nothing is thrown that such a host could not survive.
+#include <sys/resource.h>
+#include <csignal>
+
+#include "api/zelkAPI.h"
+#include "support/Documents.h"
+#include "support/ScriptedEngine.h"
+#include "writers/pdflib.h"
+
+namespace {
+
+class SearchablePdf : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(zelk_init_engine(fake.directory.c_str()), 0);
+    write_tiff(folder.path("two.tif"), 40, 30, 2);
+    fake.script->pages = {fake_page("one"), fake_page("two"), fake_page("three"),
+                          fake_page("four")};
+    std::filesystem::create_directory(folder.path("out"));
+  }
+  void TearDown() override {
+    zelk_clear_images();
+    zelk_free_image_document();
+    zelk_uninit_engine();
+  }
+
+  void load(const std::string& name) {
+    ASSERT_GT(zelk_load_image_document(folder.path(name).c_str(), 200), 0);
+    ASSERT_TRUE(zelk_set_double_document_filename(output.c_str()));
+  }
+  std::size_t files_beside_output() const {
+    const auto entries = std::filesystem::directory_iterator(folder.path("out"));
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+  }
+
+  ScriptedEngine fake;
+  ScratchFolder folder;
+  const std::string output = folder.path("out/a.pdf");
+};
+
+TEST_F(SearchablePdf, RecognitionWritesItBesideTheText) {
+  load("two.tif");
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_STREQ(zelk_get_ocr_string(), "onetwo");
+  EXPECT_EQ(read_file(output).substr(0, 5), "%PDF-");
+  EXPECT_EQ(files_beside_output(), 1U) << "no temporary file is left";
+}
+
+TEST_F(SearchablePdf, SecondRecognitionWritesItAgainWithTheSameBytes) {
+  load("two.tif");
+  fake.script->pages = {fake_page("one"), fake_page("two"), fake_page("one"), fake_page("two")};
+  EXPECT_EQ(zelk_recognize(), 0);
+  const std::string first = read_file(output);
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_EQ(read_file(output), first);
+}
+
+TEST_F(SearchablePdf, OutputFolderThatDoesNotExistCostsOnlyThePdf) {
+  load("two.tif");
+  std::filesystem::remove(folder.path("out"));
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_STREQ(zelk_get_ocr_string(), "onetwo");
+}
+
+TEST_F(SearchablePdf, ListWithoutAReadableFileLeavesNoFile) {
+  load("two.tif");
+  ASSERT_TRUE(zelk_add_image("/nowhere/a.png"));
+  EXPECT_EQ(zelk_recognize(), 0);
+  zelk_free_image_document();
+  EXPECT_EQ(files_beside_output(), 0U);
+}
+
+TEST_F(SearchablePdf, ListAfterAnUnfinishedOneIsWrittenWhole) {
+  load("two.tif");
+  ASSERT_TRUE(zelk_add_image("/nowhere/a.png"));
+  EXPECT_EQ(zelk_recognize(), 0) << "leaves its document open";
+  zelk_clear_images();
+  ASSERT_TRUE(zelk_set_double_document_filename(output.c_str()));
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_EQ(read_file(output).substr(0, 5), "%PDF-");
+  EXPECT_EQ(files_beside_output(), 1U);
+}
+
+TEST_F(SearchablePdf, PageTooHighForAJpegIsLeftOutAndTheRestSurvives) {
+  // Such a page stays open in the library, which drops it when the next one begins or the document
+  // ends.
+  FIMULTIBITMAP* const tiff =
+      FreeImage_OpenMultiBitmap(FIF_TIFF, folder.path("high.tif").c_str(), TRUE, FALSE, TRUE, 0);
+  for (const unsigned height : {20U, 70000U, 30U}) {
+    FIBITMAP* const page = make_bitmap(3, height);
+    FreeImage_AppendPage(tiff, page);
+    FreeImage_Unload(page);
+  }
+  ASSERT_TRUE(FreeImage_CloseMultiBitmap(tiff, TIFF_NONE));
+  load("high.tif");
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_STREQ(zelk_get_ocr_string(), "onetwothree");
+  EXPECT_EQ(zelk_load_image_document(output.c_str(), 72), 2);
+}
+
+TEST_F(SearchablePdf, FullDiskIsAnErrorThatNamesTheFileAndLeavesTheOldOne) {
+  write_file(output, "old");
+  load("two.tif");
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit usual{};
+  getrlimit(RLIMIT_FSIZE, &usual);
+  const rlimit full{100, usual.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &full);
+  std::string message;
+  try {
+    zelk_recognize();
+  } catch (const PDFlib::Exception& error) {
+    message = error.get_errmsg();
+  }
+  setrlimit(RLIMIT_FSIZE, &usual);
+  std::signal(SIGXFSZ, SIG_DFL);
+  EXPECT_NE(message.find(output), std::string::npos) << message;
+  zelk_free_image_document();
+  EXPECT_EQ(read_file(output), "old");
+  EXPECT_EQ(files_beside_output(), 1U);
+}
+
+}  // namespace
