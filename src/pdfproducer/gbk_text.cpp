@@ -37,7 +37,6 @@ bool convert(iconv_t converter, std::string_view pair, char16_t& unicode) {
   std::size_t left = input.size();
   std::size_t room = output.size();
   if (iconv(converter, &from, &left, &to, &room) != 0 || left != 0 || room != 2) {
-    iconv(converter, nullptr, nullptr, nullptr, nullptr);
     return false;
   }
   unicode = static_cast<char16_t>(octet(output[0]) << 8 | octet(output[1]));

@@ -43,7 +43,7 @@ void PageContent::set_fill_color(double red, double green, double blue) {
 }
 
 void PageContent::move_to(double x, double y) {
-  _wanted_x = std::clamp(x, -kFarthest, kFarthest);
+  _wanted_x = x;
   _wanted_y = hundredths(y);
 }
 

@@ -39,7 +39,8 @@ typedef struct PDFlib_api_s {
   int minor;
   int revision;
   // A new context, null when there is no memory. Null procedures mean malloc, realloc and free;
-  // `opaque` is handed back by PDF_get_opaque.
+  // `opaque` is handed back by PDF_get_opaque. The error handler hears of an error that is about to
+  // end the process.
   PDF* (*PDF_new2)(PDF_errorhandler errorhandler, PDF_allocproc allocproc,
                    PDF_reallocproc reallocproc, PDF_freeproc freeproc, void* opaque);
   // Deletes a context; a document that is still open leaves nothing behind. Null is allowed.
@@ -65,7 +66,8 @@ int PDF_get_errnum(PDF* p);
 const char* PDF_get_apiname(PDF* p);
 void* PDF_get_opaque(PDF* p);
 
-// The buffer to arm before a call into the library.
+// The buffer to arm before a call into the library. Asking for it counts as arming it, until an
+// error has used it or pdf_catch was asked.
 pdf_jmpbuf* pdf_jbuf(PDF* p);
 // Non-zero, once, when an error was raised since the buffer was armed.
 int pdf_catch(PDF* p);

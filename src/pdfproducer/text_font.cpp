@@ -49,10 +49,9 @@ std::string entries(const CodeMap& characters) {
   for (auto first = characters.begin(); first != characters.end();) {
     auto last = first;
     auto next = std::next(first);
-    // Only the last bytes may differ within a range.
+    // Only the last byte may differ within a range. Codes are never neighbours across two rows.
     while (next != characters.end() && next->first == last->first + 1 &&
-           next->second == last->second + 1 && next->first >> 8 == first->first >> 8 &&
-           next->second >> 8 == first->second >> 8) {
+           next->second == last->second + 1 && next->second >> 8 == first->second >> 8) {
       last = next++;
     }
     const std::string unicode = '<' + hex(first->second, 4) + '>';

@@ -97,6 +97,17 @@ TEST(ContextDeathTest, AnErrorWithoutAnArmedBufferEndsTheProcess) {
   EXPECT_DEATH(producer.api.PDF_arc(producer.p, 0, 0, 1, 0, 90), "PDF_arc: this producer");
 }
 
+TEST(ContextDeathTest, AnErrorUsesTheArmedBufferUp) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  Producer producer;
+  if (setjmp(pdf_jbuf(producer.p)->jbuf) == 0) {
+    producer.api.PDF_arc(producer.p, 0, 0, 1, 0, 90);
+  } else {
+    EXPECT_DEATH(producer.api.PDF_fill(producer.p), "PDF_fill");
+  }
+  EXPECT_EQ(pdf_catch(producer.p), 1);
+}
+
 TEST(ContextDeathTest, AnErrorHandlerHearsOfAnErrorWithoutAnArmedBuffer) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const PDFlib_api& api = *PDF_get_api();

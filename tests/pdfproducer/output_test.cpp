@@ -242,6 +242,23 @@ TEST_F(Output, OfAnUnfinishedDocumentIsDroppedByTheNextOne) {
   EXPECT_EQ(names_in(root).size(), 2u);
 }
 
+TEST_F(Output, OfAnUnfinishedDocumentIsDroppedAlsoByOneThatCannotBegin) {
+  ASSERT_EQ(producer.begin(path("a.pdf")), 0);
+  ASSERT_TRUE(add_page(producer, {}, make_jpeg(40, 30)));
+  EXPECT_EQ(producer.begin(path("no/such/b.pdf")), -1);
+  EXPECT_TRUE(names_in(root).empty());
+  EXPECT_TRUE(producer.end());
+  EXPECT_TRUE(names_in(root).empty());
+}
+
+TEST_F(Output, OfAnUnfinishedDocumentIsDroppedAlsoByOneThatIsRefused) {
+  const std::string name = path("b.pdf");
+  ASSERT_EQ(producer.begin(path("a.pdf")), 0);
+  EXPECT_FALSE(producer.runs(
+      [&] { producer.api.PDF_begin_document(producer.p, name.c_str(), 0, "linearize"); }));
+  EXPECT_TRUE(names_in(root).empty());
+}
+
 TEST_F(Output, IntoAFolderThatVanishesIsAnErrorThatNamesTheFile) {
   ASSERT_EQ(producer.begin(path("a.pdf")), 0);
   ASSERT_TRUE(add_page(producer, {}, make_jpeg(40, 30)));

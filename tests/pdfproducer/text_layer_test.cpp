@@ -2,6 +2,7 @@
 // What extractors and viewers make of the text under the page image.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <locale>
@@ -65,6 +66,13 @@ class TextLayer : public ::testing::Test {
     return pdfium_text(path);
   }
   std::string content() const { return page_content(path); }
+  std::string to_unicode_map() const {
+    std::string map;
+    for (int object = 1; map.find("begincmap") == std::string::npos && object < 30; ++object) {
+      map = qpdf_object(path, std::to_string(object));
+    }
+    return map;
+  }
 
   ScratchFolder folder;
   const std::string path = folder.path("a.pdf");
@@ -156,9 +164,12 @@ TEST_F(TextLayer, StandsWhereItWasPut) {
 
 TEST_F(TextLayer, AWordThatChangesTheSizeBeginsExactly) {
   std::vector<Shown> page;
-  for (int word = 0; word < 30; ++word) {
-    page.push_back({"W", 18.137 * word, 400, 9 + word % 2 * 0.5});
-    page.push_back({"x", page.back().x + page.back().size / 2, 400, page.back().size});
+  double x = 10;
+  for (int word = 0; word < 50; ++word) {
+    const double size = 9 + word % 2 * 0.5;
+    page.push_back({"W", x, 400, size});
+    page.push_back({"x", x + size / 2, 400, size});
+    x += size + 0.1;
   }
   write(page);
   std::size_t next = 0;
@@ -166,7 +177,23 @@ TEST_F(TextLayer, AWordThatChangesTheSizeBeginsExactly) {
     if (character.code != 'W') continue;
     EXPECT_NEAR(character.x, page[2 * next++].x, 0.011);
   }
-  EXPECT_EQ(next, 30u);
+  EXPECT_EQ(next, 50u);
+}
+
+TEST_F(TextLayer, AfterAnImageStandsWhereItWasPut) {
+  Producer producer;
+  ASSERT_EQ(producer.begin(path), 0);
+  ASSERT_EQ(producer.load_font(), 0);
+  ASSERT_TRUE(producer.begin_page() && producer.set_font(10) && producer.show("a", 20, 30));
+  ASSERT_EQ(producer.open_image(make_jpeg(100, 100)), 0);
+  ASSERT_TRUE(producer.fit_image(0) && producer.show("b", 25, 30) && producer.show("c", 60, 70));
+  ASSERT_TRUE(producer.end_page() && producer.end());
+  const auto characters = pdfium_characters(path);
+  ASSERT_GE(characters.size(), 3u);
+  EXPECT_NEAR(characters[1].x, 25, 0.01);
+  EXPECT_NEAR(characters[1].y, 30, 0.01);
+  EXPECT_NEAR(characters.back().x, 60, 0.01);
+  EXPECT_NEAR(characters.back().y, 70, 0.01);
 }
 
 TEST_F(TextLayer, DeviationsDoNotAddUp) {
@@ -302,15 +329,25 @@ TEST_F(TextLayer, NamesTheFontsThatItUses) {
 
 TEST_F(TextLayer, MapsTheCharactersUsedAndNoOthers) {
   write(line_of("abcx 汉", 20, 100, 12));
-  std::string map;
-  for (int object = 1; map.find("begincmap") == std::string::npos && object < 30; ++object) {
-    map = qpdf_object(path, std::to_string(object));
-  }
+  const std::string map = to_unicode_map();
   EXPECT_NE(map.find("<61><63><0061>"), std::string::npos) << map;
   EXPECT_NE(map.find("<78><0078>"), std::string::npos) << map;
   EXPECT_NE(map.find("<20><0020>"), std::string::npos) << map;
   EXPECT_NE(map.find("<BABA><6C49>"), std::string::npos) << map;
   EXPECT_EQ(count(map, "<00"), 4u) << map;
+}
+
+// A reader may count up in the last byte alone.
+TEST_F(TextLayer, RangesOfTheMapEndWithALastByteOf255) {
+  const std::vector<GbkCharacter> all = all_of_gbk();
+  const auto pair = std::adjacent_find(all.begin(), all.end(), [](const auto& a, const auto& b) {
+    return b.code == a.code + 1 && b.unicode == a.unicode + 1 && b.unicode % 256 == 0 &&
+           a.plane == b.plane;
+  });
+  ASSERT_NE(pair, all.end());
+  write(line_of(to_utf8(pair[0].unicode) + to_utf8(pair[1].unicode), 20, 100, 12));
+  EXPECT_EQ(count(to_unicode_map(), "beginbfrange"), 0u);
+  EXPECT_NE(to_unicode_map().find("2 beginbfchar"), std::string::npos);
 }
 
 TEST_F(TextLayer, PlacesBeyondSenseAreBroughtBack) {
