@@ -44,7 +44,8 @@ struct PagesOrder {
   };
   std::string input;
   std::vector<Page> pages;
-  bool picture_only = false;
+  // Not empty: nothing is recognised, the records hold this failure and the picture.
+  std::string failure;
 };
 
 // Makes the outputs of a document from its records. Answers: OutputProgress after each page.
@@ -91,7 +92,8 @@ struct PageStarted {
 struct PageFinished {
   int number = 0;
   std::string failure;      // as in the record
-  bool is_certain = false;  // another attempt would fail in the same way
+  bool is_certain = false;   // another attempt would fail in the same way
+  bool has_picture = false;  // the record holds a JPEG
   std::string warning;
   double seconds = 0.0;
   long memory_kib = 0;
