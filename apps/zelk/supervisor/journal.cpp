@@ -117,9 +117,4 @@ void Journal::mark_delivered(const std::string& key, const DocumentOutcome& outc
   }
 }
 
-void Journal::keep(const std::string& key) {
-  // Then the delivered ones are remembered too, or the next run would do them again.
-  if (_locks.contains(key)) _keep_all = true;
-}
-
 }  // namespace cli

@@ -37,8 +37,9 @@ class Journal {
 
   // The document is done: its records go, its outcome stays until the end of the run.
   void mark_delivered(const std::string& key, const DocumentOutcome& outcome);
-  // Its records stay for a run with --resume.
-  void keep(const std::string& key);
+  // All entries stay for a run with --resume, those of delivered documents too, or it would do
+  // these again.
+  void keep() { _keep_all = true; }
 
  private:
   std::string folder_of(const std::string& key) const { return _path + "/" + key; }

@@ -56,6 +56,9 @@ void close_if_open(int& descriptor) {
   setpgid(0, 0);  // the terminal's Ctrl-C is for the supervisor
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != supervisor) _exit(1);  // it died before the line above
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
   const int nothing = open("/dev/null", O_RDONLY);
   dup2(nothing, STDIN_FILENO);
   dup2(log, STDOUT_FILENO);
@@ -75,7 +78,8 @@ std::string signal_text(int number) {
 
 }  // namespace
 
-WorkerProcess::WorkerProcess(const std::string& scratch) : _scratch(scratch) {
+WorkerProcess::WorkerProcess(const std::string& scratch, bool echo)
+    : _scratch(scratch), _echo(echo) {
   std::filesystem::create_directory(scratch);
   const Pipe orders;
   const Pipe events;
@@ -104,6 +108,13 @@ WorkerProcess::~WorkerProcess() {
 void WorkerProcess::send(const Order& order) {
   _pending_orders += encode_frame(encode_order(order));
   send_pending();
+}
+
+void WorkerProcess::tidy(const std::string& except) const {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator(_scratch, ignored)) {
+    if (entry.path().filename() != except) std::filesystem::remove_all(entry.path(), ignored);
+  }
 }
 
 void WorkerProcess::send_pending() {
@@ -147,6 +158,8 @@ void WorkerProcess::receive_log() {
   const ssize_t count = _log < 0 ? -1 : read(_log, buffer.data(), buffer.size());
   if (count == 0) close_if_open(_log);
   if (count <= 0) return;
+  if (_echo)
+    static_cast<void>(!write(STDERR_FILENO, buffer.data(), static_cast<std::size_t>(count)));
   _log_tail.append(buffer.data(), static_cast<std::size_t>(count));
   if (_log_tail.size() > kLogTail) _log_tail.erase(0, _log_tail.size() - kLogTail);
 }

@@ -19,7 +19,8 @@ namespace cli {
 class WorkerProcess {
  public:
   // Starts the program anew as a worker. Throws std::system_error.
-  explicit WorkerProcess(const std::string& scratch);
+  // `echo`: what it prints goes to standard error.
+  WorkerProcess(const std::string& scratch, bool echo);
   // Kills the process with all that it started and removes the scratch folder.
   ~WorkerProcess();
   WorkerProcess(const WorkerProcess&) = delete;
@@ -30,6 +31,8 @@ class WorkerProcess {
   std::string path(const std::string& name) const { return _scratch + "/" + name; }
 
   void send(const Order& order);
+  // Removes what a job has left in the scratch folder, except the file named.
+  void tidy(const std::string& except) const;
 
   // Adds what is to be waited for.
   void watch(std::vector<pollfd>& watched) const;
@@ -55,6 +58,7 @@ class WorkerProcess {
   bool runs_on() const;
 
   std::string _scratch;
+  bool _echo;
   pid_t _pid = -1;
   int _orders = -1;
   int _events = -1;
