@@ -5,10 +5,12 @@
 //   no-json       there is no JSON
 //   failing       no page can be recognised
 //   slow          recognition takes a minute
+//   crash-at-start
 //   steady        recognition takes a tenth of a second
 // FAKE_FAULTS (faults.h) does worse.
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -40,7 +42,9 @@ const char* languages() {
 extern "C" {
 
 int qv_init_engine(const char*) {
+  if (asked_to_be("crash-at-start")) raise(SIGSEGV);
   std::printf("chatter: started\n");
+  std::fflush(stdout);
   return 0;
 }
 
