@@ -11,12 +11,16 @@
 
 namespace ofd {
 
-void stamp_resolution(FIBITMAP* dib, int dots_per_inch) {
+unsigned dots_per_meter(int dots_per_inch) {
   const double dots = dots_per_inch * 1000.0 / 25.4;
   int meter_x = dots < 0 ? INT_MIN : INT_MAX;
   if (dots > INT_MIN && dots < INT_MAX) meter_x = static_cast<int>(dots);
-  FreeImage_SetDotsPerMeterX(dib, static_cast<unsigned>(meter_x));
-  FreeImage_SetDotsPerMeterY(dib, static_cast<unsigned>(meter_x));
+  return static_cast<unsigned>(meter_x);
+}
+
+void stamp_resolution(FIBITMAP* dib, int dots_per_inch) {
+  FreeImage_SetDotsPerMeterX(dib, dots_per_meter(dots_per_inch));
+  FreeImage_SetDotsPerMeterY(dib, dots_per_meter(dots_per_inch));
 }
 
 bool page_to_raster(FIBITMAP* dib, zelk::MDIB& image) {
