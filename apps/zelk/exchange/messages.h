@@ -91,7 +91,7 @@ struct PageStarted {
 // The page's record lies in the scratch folder under its page_record_name.
 struct PageFinished {
   int number = 0;
-  std::string failure;      // as in the record
+  std::string failure;       // as in the record
   bool is_certain = false;   // another attempt would fail in the same way
   bool has_picture = false;  // the record holds a JPEG
   std::string warning;

@@ -11,7 +11,7 @@
 
 #include "options/folders.h"
 #include "options/input_arguments.h"
-#include "options/names.h"
+#include "exchange/names.h"
 #include "options/targets.h"
 
 namespace cli {

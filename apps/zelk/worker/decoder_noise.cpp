@@ -3,6 +3,8 @@
 
 #include <dlfcn.h>
 
+#include <initializer_list>
+
 namespace cli {
 
 void silence_decoders() {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZELK_APPS_OPTIONS_NAMES_H
-#define ZELK_APPS_OPTIONS_NAMES_H
+#ifndef ZELK_APPS_EXCHANGE_NAMES_H
+#define ZELK_APPS_EXCHANGE_NAMES_H
 
 #include <cstddef>
 #include <string>
@@ -28,4 +28,4 @@ std::string line_name(std::string_view bytes);
 
 }  // namespace cli
 
-#endif  // ZELK_APPS_OPTIONS_NAMES_H
+#endif  // ZELK_APPS_EXCHANGE_NAMES_H

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "options/names.h"
+#include "exchange/names.h"
 
 #include <gtest/gtest.h>
 
