@@ -13,8 +13,8 @@
 
 namespace cli {
 
-// What supervisor and worker tell each other. A worker does one order at a time and ends each with
-// JobDone or JobFailed. File names are those of the worker's scratch folder, its working directory.
+// What supervisor and worker tell each other. A worker does one order at a time and ends each but
+// the first and the last with JobDone or JobFailed. File names are those of the worker's scratch folder, its working directory.
 
 // ---- orders: supervisor to worker ----
 

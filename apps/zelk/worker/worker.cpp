@@ -85,6 +85,10 @@ class Worker {
         _pipe.send(Bye{});
         return 0;
       }
+      if (const auto* const settings = std::get_if<StartOrder>(&*order)) {
+        start(*settings);
+        continue;
+      }
       std::visit([this](const auto& job) { do_job(job); }, *order);
     }
     return 1;
@@ -106,10 +110,11 @@ class Worker {
     _pipe.send(JobDone{});
   }
 
-  void handle(const StartOrder& order);
+  void start(const StartOrder& order);
   void handle(const OpenOrder& order);
   void handle(const PagesOrder& order);
   void handle(const AssembleOrder& order);
+  void handle(const StartOrder&) {}  // these two are no jobs
   void handle(const QuitOrder&) {}
 
   DocumentPages& document(const std::string& input);
@@ -129,7 +134,7 @@ class Worker {
   std::string _input;                        // its file
 };
 
-void Worker::handle(const StartOrder& order) {
+void Worker::start(const StartOrder& order) {
   _settings = order;
   limit_memory(order.memory_limit_mib);
   silence_decoders();
