@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The command line: a supervisor that hands documents to workers, which are this program again.
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
@@ -47,13 +48,15 @@ ExitCode recognize(const Options& options, const std::string& engine_dir, Output
     complain("no engine: " + missing);
     return cli::kNoEngine;
   }
-  cli::RunListeners listeners(options);
+  cli::RunListeners listeners(options, isatty(results.descriptor()) == 1);
   std::string complaint;
-  const ExitCode code = cli::run_documents(options, engine_dir, std::move(inputs), results,
-                                           listeners, complaint);
+  const ExitCode code =
+      cli::run_documents(options, engine_dir, std::move(inputs), results, listeners, complaint);
   if (!complaint.empty()) complain(complaint);
   results.finish();
-  return code;
+  if (listeners.report_failure().empty()) return code;
+  complain("cannot write the report: " + listeners.report_failure());
+  return code == cli::kInterrupted ? code : cli::kOutputFailed;
 }
 
 ExitCode run(const Options& options, Output& results) {
@@ -81,7 +84,8 @@ int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   try {
-    const cli::ParsedOptions parsed = cli::parse_options(argc, argv);
+    const cli::ParsedOptions parsed =
+        cli::parse_options(argc, argv, isatty(results.descriptor()) == 1);
     if (parsed.options) return run(*parsed.options, results);
     if (parsed.exit_code == cli::kAllDone) return show(parsed.message, results);
     complain(parsed.message);

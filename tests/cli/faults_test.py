@@ -16,8 +16,8 @@ class FaultyPages(ProgramTest):
         super().setUp()
         self.document = self.file("six.pdf", pdf(*((width, 36) for width in WIDTHS)))
 
-    def recognize(self, faults, *arguments, **options):
-        return self.run_program("--dpi", "72", "--jobs", "2", *arguments, self.document,
+    def recognize(self, faults, *arguments, jobs="2", **options):
+        return self.run_program("--dpi", "72", "--jobs", jobs, *arguments, self.document,
                                 faults=faults, **options)
 
     def texts_without(self, *failed):
@@ -112,7 +112,7 @@ class FaultyPages(ProgramTest):
                 self.assertEqual(target.exists(), code == 5)
 
     def test_a_worker_is_replaced_after_the_pages_of_recycle(self):
-        result = self.recognize("", "--verbose", "--recycle", "1", "--jobs", "1")
+        result = self.recognize("", "--verbose", "--recycle", "1", jobs="1")
         self.assert_result(result, 0, self.texts_without())
         self.assertEqual(result.stderr.count(b"chatter: started"), 6)
 

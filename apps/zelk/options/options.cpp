@@ -27,8 +27,10 @@ constexpr std::array<FormatName, 4> kFormats = {{
     {"html", Format::kHtml},
 }};
 
-CLI::Range range(double lowest, double highest) {
-  return CLI::Range(lowest, highest);
+// Without the description that would repeat the limits in the help.
+template <typename Number>
+CLI::Validator range(Number lowest, Number highest) {
+  return CLI::Range(lowest, highest).description("");
 }
 
 Format parse_format(const std::string& name) {
@@ -74,14 +76,11 @@ CLI::Option* add_name(CLI::App& app, const std::string& flags, std::string& valu
 }
 
 void add_input_options(CLI::App& app, Options& options) {
-  // Without extra arguments a name such as "[1]" is not taken for a list of values.
-  app.add_option("FILE", options.inputs, "Documents, folders, @LIST, -")
-      ->option_text("...")
-      ->allow_extra_args(false);
+  app.add_option("FILE", options.inputs, "Documents, folders, @LIST, -")->option_text("...");
   app.add_flag("-r,--recursive", options.recursive, "Folders with all their subfolders")
       ->group("Input");
   app.add_flag("--image-list", options.image_list,
-               "All pictures given are the pages of one document, named after the first")
+               "All inputs are the pages of one document, named for the first")
       ->group("Input");
   app.add_option_function<std::string>(
          "--pages",
@@ -107,15 +106,14 @@ void add_output_options(CLI::App& app, Options& options) {
          "text, json, pdf, html, or several joined by commas (default: text)")
       ->type_name("F")
       ->group("Output");
-  CLI::Option* output = add_name(app, "-o,--output", options.output,
-                                 "File to write; with several formats its extension is replaced")
-                            ->type_name("FILE")
-                            ->group("Output");
+  add_name(app, "-o,--output", options.output,
+           "File to write; with several formats its extension is replaced")
+      ->type_name("FILE")
+      ->group("Output");
   add_name(app, "-d,--directory", options.directory,
            "Folder for the outputs of all documents, laid out like the inputs")
       ->type_name("DIR")
-      ->group("Output")
-      ->excludes(output);
+      ->group("Output");
   add_name(app, "--pdf", options.pdf,
            "Searchable PDF to write beside the text, of one document; ends in .pdf")
       ->type_name("FILE")
@@ -138,8 +136,7 @@ void add_recognition_options(CLI::App& app, Options& options) {
       ->type_name("L")
       ->group("Recognition");
   app.add_option("--dpi", options.dpi,
-                 "Dots per inch of every page, 36 to 2400 (default: 200 for PDF pages, what the "
-                 "file says for pictures)")
+                 "Dots per inch, 36 to 2400 (default: PDF pages 200, pictures their own)")
       ->type_name("N")
       ->check(range(36, 2400))
       ->group("Recognition");
@@ -168,45 +165,48 @@ void add_worker_options(CLI::App& app, Options& options) {
              "Memory of one worker (default: 2048)");
   add_number("--recycle", options.recycle, "PAGES", range(1, 1000000),
              "A worker is replaced after so many pages (default: 500)");
-  add_number("--max-pixels", options.max_pixels, "N", range(1000, 1e12),
-             "Above it PDF pages are rendered smaller, pictures refused (default: 120000000)");
+  add_number("--max-pixels", options.max_pixels, "N", range<std::int64_t>(1000, 1'000'000'000'000),
+             "Larger PDF pages are rendered smaller, pictures refused (default: 120000000)");
   app.add_option_function<std::string>(
          "--max-failed-pages",
          [&options](const std::string& text) {
            options.max_failed_pages = parse_failure_limit(text);
          },
-         "A document with more failed pages has failed; N, or P% of them (default: 100%)")
+         "With more failed pages a document has failed (default: 100%)")
       ->type_name("N|P%")
       ->group("Workers and limits");
 }
 
 void add_message_options(CLI::App& app, Options& options) {
-  CLI::Option* progress =
-      app.add_option_function<std::string>(
-             "--progress",
-             [&options](const std::string& style) {
-               if (style != "json") {
-                 throw CLI::ValidationError("--progress", "\"" + style + "\" is not json");
-               }
-               options.progress = ProgressStyle::kJson;
-             },
-             "json: one JSON object a line on standard error")
-          ->type_name("STYLE")
-          ->group("Messages");
-  CLI::Option* quiet =
-      app.add_flag_callback(
-             "-q,--quiet", [&options] { options.progress = ProgressStyle::kQuiet; },
-             "Complaints only: no progress, no summary")
-          ->group("Messages")
-          ->excludes(progress);
+  app.add_option_function<std::string>(
+         "--progress",
+         [&options](const std::string& style) {
+           if (style != "json") {
+             throw CLI::ValidationError("--progress", "\"" + style + "\" is not json");
+           }
+           options.progress = ProgressStyle::kJson;
+         },
+         "json: one JSON object a line on standard error")
+      ->type_name("STYLE")
+      ->group("Messages");
+  app.add_flag_function(
+         "-q,--quiet", [](std::int64_t) {}, "Complaints only: no progress, no summary")
+      ->group("Messages");
   app.add_flag("-v,--verbose", options.verbose, "A line for each document that is finished")
-      ->group("Messages")
-      ->excludes(quiet);
+      ->group("Messages");
   app.add_flag("--list-langs", options.list_languages, "List the languages that can be used")
       ->group("Information");
   app.add_flag("--version", options.version, "Show the versions of zelk and what it runs on")
       ->group("Information");
   app.set_help_flag("-h,--help", "Show this help")->group("Information");
+}
+
+void check_messages(const CLI::App& app, Options& options) {
+  if (app.count("--quiet") == 0) return;
+  const auto refuse = [](const char* reason) { throw CLI::ValidationError("--quiet", reason); };
+  if (options.progress == ProgressStyle::kJson) refuse("excludes --progress json");
+  if (options.verbose) refuse("excludes --verbose");
+  options.progress = ProgressStyle::kQuiet;
 }
 
 void check_pdf(const Options& options) {
@@ -234,6 +234,9 @@ void check_outputs(const Options& options, bool results_on_terminal) {
     throw CLI::ValidationError(option, reason);
   };
   const char* const where = "--output FILE or --directory DIR";
+  if (!options.output.empty() && !options.directory.empty()) {
+    refuse("--output", "excludes --directory");
+  }
   if (options.report == "-") refuse("--report", "is a file, not standard output");
   if (writes_files(options)) return;
   if (options.formats.size() > 1) refuse("--format", fmt::format("several formats need {}", where));
@@ -244,6 +247,20 @@ void check_outputs(const Options& options, bool results_on_terminal) {
   }
   if (options.resume) refuse("--resume", fmt::format("needs {}", where));
   if (options.skip_existing) refuse("--skip-existing", fmt::format("needs {}", where));
+}
+
+// The parser takes "[a,b]" for a list of two values. As a path it can be written in another way; a
+// password cannot.
+std::vector<std::string> guard_brackets(int argc, const char* const* argv) {
+  std::vector<std::string> words;
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    const bool in_brackets = word.starts_with('[') && word.ends_with(']');
+    const bool is_password = !words.empty() && words.back() == "--password";
+    words.push_back(in_brackets && !is_password ? "./" + word : word);
+  }
+  std::reverse(words.begin(), words.end());  // the order that the parser wants
+  return words;
 }
 
 }  // namespace
@@ -258,9 +275,10 @@ ParsedOptions parse_options(int argc, const char* const* argv, bool results_on_t
   add_worker_options(app, options);
   add_message_options(app, options);
   try {
-    app.parse(argc, argv);
+    app.parse(guard_brackets(argc, argv));
     const bool only_informs = options.list_languages || options.version;
     if (options.inputs.empty() && !only_informs) throw CLI::RequiredError("FILE");
+    check_messages(app, options);
     check_pdf(options);
     if (!only_informs) check_outputs(options, results_on_terminal);
   } catch (const CLI::ParseError& error) {

@@ -25,6 +25,8 @@ class Output {
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
+  int descriptor() const { return _descriptor; }
+
   void write(std::string_view text);
   // Nothing may be written afterwards. Without it a file leaves no trace.
   void finish();

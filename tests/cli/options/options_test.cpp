@@ -100,7 +100,8 @@ TEST(CommandLineOptions, AllAreTaken) {
 
 TEST(CommandLineOptions, FilesMayHaveAnyName) {
   EXPECT_EQ(options_of({"[a,b]", "-", "\xFF", "--", "--quiet"}).inputs,
-            (std::vector<std::string>{"[a,b]", "-", "\xFF", "--quiet"}));
+            (std::vector<std::string>{"./[a,b]", "-", "\xFF", "--quiet"}));
+  EXPECT_EQ(options_of({"--password", "[a,b]", "c"}).password, "[a,b]");
 }
 
 TEST(CommandLineOptions, FormatsAreSortedAndNotRepeated) {
