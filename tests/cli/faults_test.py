@@ -142,7 +142,7 @@ class EngineThatCannotStart(ProgramTest):
         page = self.file("a.bmp", bmp(4, 2))
         result = self.run_program(page, fake="crash-at-start")
         self.assert_result(result, 3, b"")
-        self.assert_complains(result, "crashed (SIGSEGV) while the engine started")
+        self.assert_complains(result, "libQVEngine.so did not start: the worker crashed (SIGSEGV)")
         self.assert_nothing_is_left()
 
 

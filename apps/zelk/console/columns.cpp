@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "options/names.h"
+#include "exchange/names.h"
 
 namespace cli {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "console/columns.h"
 #include "console/outcome_json.h"
-#include "options/names.h"
+#include "exchange/names.h"
 
 namespace cli {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "options/names.h"
+#include "exchange/names.h"
 
 namespace cli {
 namespace {

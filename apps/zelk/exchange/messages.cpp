@@ -20,8 +20,8 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened::Page, width, height)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened, pages, digest, decrypted)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageStarted, number)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_certain, has_picture, warning,
-                                   seconds, memory_kib)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_unreadable, has_own_text,
+                                   has_picture, warning, seconds, memory_kib)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(JobFailed, reason)
 
 namespace {

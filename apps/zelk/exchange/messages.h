@@ -14,7 +14,8 @@
 namespace cli {
 
 // What supervisor and worker tell each other. A worker does one order at a time and ends each but
-// the first and the last with JobDone or JobFailed. File names are those of the worker's scratch folder, its working directory.
+// the first and the last with JobDone or JobFailed. File names are those of the worker's scratch
+// folder, its working directory.
 
 // ---- orders: supervisor to worker ----
 
@@ -91,9 +92,10 @@ struct PageStarted {
 // The page's record lies in the scratch folder under its page_record_name.
 struct PageFinished {
   int number = 0;
-  std::string failure;       // as in the record
-  bool is_certain = false;   // another attempt would fail in the same way
-  bool has_picture = false;  // the record holds a JPEG
+  std::string failure;         // as in the record
+  bool is_unreadable = false;  // as in the record: another attempt would fail in the same way
+  bool has_own_text = false;   // as in the record
+  bool has_picture = false;    // the record holds a JPEG
   std::string warning;
   double seconds = 0.0;
   long memory_kib = 0;

@@ -13,7 +13,7 @@
 namespace cli {
 namespace {
 
-constexpr std::string_view kMagic = "zelkpag1";
+constexpr std::string_view kMagic = "zelkpag2";
 
 class Writer {
  public:
@@ -70,6 +70,8 @@ void visit_fields(Stream& stream, Record& record) {
   stream.number(record.page);
   stream.text(record.failure);
   stream.text(record.warning);
+  stream.number(record.is_unreadable);
+  stream.number(record.has_own_text);
   stream.text(record.text);
   stream.text(record.json);
   stream.text(record.jpeg);

@@ -18,6 +18,9 @@ struct PageRecord {
   std::string failure;  // why the page has no result; empty when it was recognised
   std::string warning;  // what the user should know of the page, for example a lowered resolution
 
+  bool is_unreadable = false;  // failed before recognition: the page cannot be decoded at all
+  bool has_own_text = false;   // a PDF page that has text already
+
   std::string text;  // UTF-8
   std::string json;  // the engine's JSON, as it gave it; may be empty
   std::vector<OCR_CHAR> characters;

@@ -9,9 +9,9 @@
 #include <map>
 #include <set>
 
+#include "exchange/names.h"
 #include "options/folders.h"
 #include "options/input_arguments.h"
-#include "exchange/names.h"
 #include "options/targets.h"
 
 namespace cli {

@@ -2,8 +2,6 @@
 #include "supervisor/delivery.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <system_error>
 
@@ -21,12 +19,9 @@ void copy_to(const std::string& file, Output& output) {
   }
 }
 
+// Throws std::system_error.
 void deliver_file(const std::string& file, const std::string& target,
                   const std::string& run_folder) {
-  const std::filesystem::path folder = std::filesystem::path(target).parent_path();
-  std::error_code error;
-  if (!folder.empty()) std::filesystem::create_directories(folder, error);
-  if (error) throw std::system_error(error, folder.string());
   Output output(target, run_folder);
   copy_to(file, output);
   output.finish();
@@ -39,19 +34,24 @@ bool writes_to_standard_output(const InputDocument& input) {
                      [](const auto& target) { return target.path == kStandardOutput; });
 }
 
-void deliver(DocumentRun& document, Output& results, const std::string& run_folder) {
+std::string deliver(DocumentRun& document, Output& results, const std::string& run_folder) {
+  std::string failures;
   const std::vector<InputDocument::Target>& targets = document.input().targets;
   for (std::size_t index = 0; index < targets.size(); ++index) {
     const std::string file = document.output_path(index);
     const std::string& target = targets[index].path;
     if (target == kStandardOutput) {
       copy_to(file, results);
-    } else {
-      deliver_file(file, target, run_folder);
+      continue;
     }
-    document.outcome().outputs.push_back(target);
-    std::filesystem::remove(file);
+    try {
+      deliver_file(file, target, run_folder);
+      document.outcome().outputs.push_back(target);
+    } catch (const std::system_error& error) {
+      failures += (failures.empty() ? "cannot write " : ", ") + std::string(error.what());
+    }
   }
+  return failures;
 }
 
 }  // namespace cli

@@ -222,8 +222,8 @@ void DocumentRun::load_records() {
   for (const int number : _wanted) {
     const std::optional<PageRecord> record = read_page_record(record_path(number));
     if (record && record->page == number) {
-      page_done(
-          {number, record->failure, record->warning, record->seconds, record->memory_kib, true});
+      page_done({number, record->failure, record->warning, record->seconds, record->memory_kib,
+                 record->is_unreadable, record->has_own_text, true});
     } else if (!page(number).failure.empty()) {
       record_without_picture(number, page(number).failure);
     } else {
@@ -236,7 +236,7 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
                               const std::string& scratch) {
   if (!_given_out.contains(event.number)) return;  // not a page of this job
   const bool is_final =
-      event.failure.empty() || event.is_certain || job.kind == Job::Kind::kPicture ||
+      event.failure.empty() || event.is_unreadable || job.kind == Job::Kind::kPicture ||
       (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
   if (!is_final) {
     handle_fault(job, event.number, event.failure);
@@ -244,7 +244,8 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
   }
   _given_out.erase(event.number);
   move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
-  page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false});
+  page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib,
+             event.is_unreadable, event.has_own_text, false});
   check_pages();
 }
 
@@ -312,7 +313,7 @@ void DocumentRun::record_without_picture(int number, const std::string& cause) {
   record.page_width = page(number).width;
   record.page_height = page(number).height;
   write_page_record(record_path(number), record);
-  page_done({number, cause, "", 0.0, 0, false});
+  page_done({number, cause, "", 0.0, 0, false, false, false});
 }
 
 void DocumentRun::page_done(const PageOutcome& outcome) {
@@ -323,6 +324,13 @@ void DocumentRun::page_done(const PageOutcome& outcome) {
 void DocumentRun::check_pages() {
   if (_stage != Stage::kRecognizing || _page_outcomes.size() < _wanted.size()) return;
   for (const auto& [number, page] : _page_outcomes) _outcome.pages.push_back(page);
+  if (std::all_of(_outcome.pages.begin(), _outcome.pages.end(),
+                  [](const PageOutcome& page) { return page.is_unreadable; })) {
+    finish(DocumentState::kUnreadable,
+           _wanted.size() == 1 ? _outcome.pages.front().failure
+                               : fmt::format("none of its {} pages can be read", _wanted.size()));
+    return;
+  }
   const auto failed = static_cast<double>(
       std::count_if(_outcome.pages.begin(), _outcome.pages.end(),
                     [](const PageOutcome& page) { return !page.failure.empty(); }));

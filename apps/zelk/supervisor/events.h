@@ -13,7 +13,9 @@ struct PageOutcome {
   std::string warning;
   double seconds = 0.0;
   long memory_kib = 0;
-  bool resumed = false;  // taken from the journal of an earlier run
+  bool is_unreadable = false;  // the page could not even be decoded
+  bool has_own_text = false;   // a PDF page that had text already
+  bool resumed = false;        // taken from the journal of an earlier run
 };
 
 enum class DocumentState {

@@ -29,7 +29,8 @@ Json state_of(const std::string& output) {
 Json to_json(const DocumentOutcome& outcome) {
   Json pages = Json::array();
   for (const PageOutcome& page : outcome.pages) {
-    pages.push_back({page.page, page.failure, page.warning, page.seconds, page.memory_kib});
+    pages.push_back({page.page, page.failure, page.warning, page.seconds, page.memory_kib,
+                     page.is_unreadable, page.has_own_text});
   }
   Json outputs = Json::array();
   for (const std::string& output : outcome.outputs) outputs.push_back({output, state_of(output)});
@@ -47,7 +48,8 @@ DocumentOutcome from_json(const Json& json) {
   outcome.seconds = json.at("seconds");
   for (const Json& output : json.at("outputs")) outcome.outputs.push_back(output.at(0));
   for (const Json& page : json.at("pages")) {
-    outcome.pages.push_back({page.at(0), page.at(1), page.at(2), page.at(3), page.at(4), true});
+    outcome.pages.push_back(
+        {page.at(0), page.at(1), page.at(2), page.at(3), page.at(4), page.at(5), page.at(6), true});
   }
   return outcome;
 }
@@ -64,14 +66,16 @@ bool outputs_are_untouched(const Json& json) {
 
 Journal::Journal(const std::string& output_folder, bool resume)
     : _path(output_folder + "/.zelk-journal"), _resume(resume) {
-  std::filesystem::create_directories(_path);
+  std::filesystem::create_directory(_path);
 }
 
 Journal::~Journal() {
   std::error_code ignored;
-  for (const auto& [key, lock] : _locks) {
+  while (!_locks.empty()) unlock(_locks.begin()->first);
+  for (const std::string& key : _keys) {
+    // What is kept goes all the same when it is empty.
     if (!_keep_all) std::filesystem::remove_all(folder_of(key), ignored);
-    close(lock);
+    std::filesystem::remove(folder_of(key), ignored);
   }
   std::filesystem::remove(_path, ignored);  // fails as long as something is kept
 }
@@ -85,6 +89,7 @@ std::optional<std::string> Journal::open_document(const std::string& key) {
     return {};
   }
   _locks[key] = lock;
+  _keys.insert(key);
   if (!_resume) {
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
       std::filesystem::remove_all(entry.path());
@@ -115,6 +120,12 @@ void Journal::mark_delivered(const std::string& key, const DocumentOutcome& outc
   for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
     if (entry.path().filename() != kDelivered) std::filesystem::remove(entry.path(), ignored);
   }
+  unlock(key);
+}
+
+void Journal::unlock(const std::string& key) {
+  close(_locks.at(key));
+  _locks.erase(key);
 }
 
 }  // namespace cli

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ namespace cli {
 // engine and the settings.
 class Journal {
  public:
-  // In the output folder, which is made if there is none. Throws std::system_error.
+  // In the output folder, which exists. Throws std::system_error.
   Journal(const std::string& output_folder, bool resume);
   // Removes the entries of documents that need no further run, and the journal when it is empty.
   ~Journal();
@@ -42,12 +43,14 @@ class Journal {
   void keep() { _keep_all = true; }
 
  private:
+  void unlock(const std::string& key);
   std::string folder_of(const std::string& key) const { return _path + "/" + key; }
 
   std::string _path;
   bool _resume;
   bool _keep_all = false;
-  std::map<std::string, int> _locks;  // key, descriptor of its locked folder
+  std::set<std::string> _keys;        // all documents of this run
+  std::map<std::string, int> _locks;  // those at work: key, descriptor of the locked folder
 };
 
 }  // namespace cli

@@ -45,6 +45,7 @@ std::string journal_folder(const Options& options) {
 
 std::unique_ptr<Journal> open_journal(const Options& options) {
   const std::string folder = journal_folder(options);
+  if (!options.directory.empty()) std::filesystem::create_directories(folder);
   return folder.empty() ? nullptr : std::make_unique<Journal>(folder, options.resume);
 }
 
@@ -71,6 +72,7 @@ class Supervisor {
   std::optional<std::string> attach(DocumentRun& document, const std::string& digests);
   void deliver_ready();
   void deliver_document(DocumentRun& document);
+  void make_folders(const InputDocument& input) const;
   void drop_finished();
   void end(DocumentOutcome outcome);
   void interrupt();
@@ -157,14 +159,14 @@ ExitCode Supervisor::run(std::string& complaint) {
     work();
     complaint = _pool.engine_failure();
     if (!complaint.empty()) {
-      complaint = fmt::format("no engine: {}{}: {}", _engine_dir, kEngineFile, complaint);
+      complaint = fmt::format("no engine: {}{} {}", _engine_dir, kEngineFile, complaint);
       _exit_codes.insert(kNoEngine);
     }
   } catch (const std::system_error& error) {
     complaint = fmt::format("cannot write the output: {}", error.what());
     _exit_codes.insert(kOutputFailed);
   }
-  if (!_documents.empty() || _next_input < _inputs.documents.size()) interrupt();
+  if (_pool.engine_failure().empty()) interrupt();
   _pool.dismiss_all();
   _totals.seconds =
       std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
@@ -260,15 +262,24 @@ void Supervisor::deliver_ready() {
 
 void Supervisor::deliver_document(DocumentRun& document) {
   const DocumentState state = document.outcome().state;
-  try {
-    deliver(document, _results, _folder.path());
-    document.finish(state, "");
-    if (!document.journal_key().empty()) {
-      _journal->mark_delivered(document.journal_key(), document.outcome());
-    }
-  } catch (const std::system_error& error) {
-    if (writes_to_standard_output(document.input())) throw;  // the others would fail as well
-    document.finish(DocumentState::kOutputFailed, error.what());
+  make_folders(document.input());
+  const std::string failure = deliver(document, _results, _folder.path());
+  if (!failure.empty()) {
+    document.finish(DocumentState::kOutputFailed, failure);
+    return;
+  }
+  document.finish(state, "");
+  if (!document.journal_key().empty()) {
+    _journal->mark_delivered(document.journal_key(), document.outcome());
+  }
+}
+
+// Inside of --directory; what fails is told when the output cannot be written.
+void Supervisor::make_folders(const InputDocument& input) const {
+  if (_options.directory.empty()) return;
+  for (const InputDocument::Target& target : input.targets) {
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::path(target.path).parent_path(), ignored);
   }
 }
 
@@ -289,8 +300,9 @@ void Supervisor::drop_finished() {
   }
 }
 
+// What is left when the run ends early.
 void Supervisor::interrupt() {
-  if (_journal) _journal->keep();
+  if (_journal && !_documents.empty()) _journal->keep();
   for (const auto& document : _documents) {
     if (!document->is_finished()) document->finish(DocumentState::kInterrupted, "interrupted");
     end(std::move(document->outcome()));

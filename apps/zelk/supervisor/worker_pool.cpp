@@ -39,9 +39,9 @@ void WorkerPool::give_out(const std::function<std::optional<Job>()>& next_job) {
 }
 
 void WorkerPool::assign(Place& place, Job job) {
+  const bool is_old = place.pages_done >= _setting.recycle && job.kind != Job::Kind::kAssemble;
   const bool is_worn =
-      place.worker != nullptr &&
-      (place.pages_done >= _setting.recycle || (job.wants_fresh_worker && place.pages_done > 0));
+      place.worker != nullptr && (is_old || (job.wants_fresh_worker && place.pages_done > 0));
   if (is_worn) dismiss(std::move(place.worker));
   place.job = std::move(job);
   if (place.worker == nullptr) {
@@ -162,7 +162,7 @@ void WorkerPool::handle(Place& place, const Event& event) {
 void WorkerPool::handle_ready(Place& place, const Ready& event) {
   if (!event.failure.empty()) {
     const std::string words = place.worker->last_words();
-    _engine_failure = words.empty() ? event.failure : event.failure + ": " + words;
+    _engine_failure = event.failure + (words.empty() ? "" : ": " + words);
     return;
   }
   _failed_starts = 0;
@@ -190,7 +190,7 @@ void WorkerPool::fault(Place& place, const std::string& cause) {
   place.ready = false;
   if (!had_started) {
     if (++_failed_starts >= kFailedStarts) {
-      _engine_failure = cause + " while the engine started" + (words.empty() ? "" : ": " + words);
+      _engine_failure = "did not start: " + cause + (words.empty() ? "" : ": " + words);
     } else if (place.job) {
       start_worker(place);
     }

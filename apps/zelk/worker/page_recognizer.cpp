@@ -8,7 +8,7 @@
 namespace cli {
 
 std::string PageRecognizer::start(const std::string& engine_dir) {
-  return _process.init_engine(engine_dir.c_str()) == 0 ? "" : "it did not start";
+  return _process.init_engine(engine_dir.c_str()) == 0 ? "" : "did not start";
 }
 
 void PageRecognizer::stop() {

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <exception>
 #include <memory>
 #include <new>
@@ -34,10 +35,6 @@ long peak_memory_kib() {
   struct rusage usage = {};
   getrusage(RUSAGE_SELF, &usage);
   return usage.ru_maxrss;
-}
-
-std::string joined(const std::string& first, const std::string& second) {
-  return first.empty() ? second : first + "; " + second;
 }
 
 void add_picture(FIBITMAP* bitmap, PageRecord& record) {
@@ -119,8 +116,8 @@ class Worker {
 
   DocumentPages& document(const std::string& input);
   void make_page(const PagesOrder& order, const PagesOrder::Page& page);
-  // Decoding, recognition and encoding; returns whether a failure is certain to come again.
-  bool fill_record(const PagesOrder& order, int index, PageRecord& record);
+  // Decoding, recognition and encoding.
+  void fill_record(const PagesOrder& order, int index, PageRecord& record);
   void recognize(int index, const PreparedPage& page, PageRecord& record);
   std::string memory_failure() const {
     return fmt::format("more memory is needed than --memory-limit {} allows",
@@ -181,15 +178,15 @@ void Worker::make_page(const PagesOrder& order, const PagesOrder::Page& page) {
   const auto start = std::chrono::steady_clock::now();
   PageRecord record;
   record.page = page.number;
-  const bool is_certain = fill_record(order, page.index, record);
+  fill_record(order, page.index, record);
   record.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   record.memory_kib = peak_memory_kib();
   write_page_record(page_record_name(page.number), record);
-  _pipe.send(PageFinished{page.number, record.failure, is_certain, !record.jpeg.empty(),
-                          record.warning, record.seconds, record.memory_kib});
+  _pipe.send(PageFinished{page.number, record.failure, record.is_unreadable, record.has_own_text,
+                          !record.jpeg.empty(), record.warning, record.seconds, record.memory_kib});
 }
 
-bool Worker::fill_record(const PagesOrder& order, int index, PageRecord& record) {
+void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record) {
   try {
     DocumentPages& pages = document(order.input);
     const DocumentPages::Size size = pages.page_size(index);
@@ -204,25 +201,22 @@ bool Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
     if (!order.failure.empty()) record.failure = order.failure;
   } catch (const UnreadablePage& error) {
     record.failure = error.what();
-    return true;
+    record.is_unreadable = true;
   } catch (const std::bad_alloc&) {
     record.failure = memory_failure();
   }
-  return false;
 }
 
 void Worker::recognize(int index, const PreparedPage& page, PageRecord& record) {
   const std::optional<PageText> own_text = _document->text(index, page.dots_per_inch);
-  if (!own_text || !_settings.skip_text) _recognizer.recognize(page.bitmap.get(), record);
-  if (!own_text) return;
-  if (_settings.skip_text) {
-    record.text = own_text->text;
-    record.json = json_of_own_text(*own_text);
-    record.characters = own_text->characters;
-    record.warning = joined(record.warning, "its text was taken from the PDF");
-  } else {
-    record.warning = joined(record.warning, "the PDF page has text already (--skip-text keeps it)");
+  record.has_own_text = own_text.has_value();
+  if (!own_text || !_settings.skip_text) {
+    _recognizer.recognize(page.bitmap.get(), record);
+    return;
   }
+  record.text = own_text->text;
+  record.json = json_of_own_text(*own_text);
+  record.characters = own_text->characters;
 }
 
 void Worker::handle(const AssembleOrder& order) {
@@ -237,6 +231,7 @@ void Worker::handle(const AssembleOrder& order) {
 int run_worker(int orders, int events) {
   std::signal(SIGPIPE, SIG_IGN);  // a supervisor that is gone is an error like any other
   std::signal(SIGXFSZ, SIG_IGN);
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);  // what an engine prints is read before what it caused
   return Worker(orders, events).run();
 }
 

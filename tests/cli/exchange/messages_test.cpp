@@ -41,11 +41,11 @@ TEST(Messages, PagesAndOutputsArriveInOrder) {
 
 TEST(Messages, EventsKeepTheirFields) {
   const auto event = cli::decode_event(
-      cli::encode_event(cli::PageFinished{12, "no", true, true, "careful", 1.5, 300'000}));
+      cli::encode_event(cli::PageFinished{12, "no", true, false, true, "careful", 1.5, 300'000}));
   ASSERT_TRUE(event.has_value());
   const auto& page = std::get<cli::PageFinished>(*event);
   EXPECT_EQ(page.number, 12);
-  EXPECT_TRUE(page.is_certain);
+  EXPECT_TRUE(page.is_unreadable);
   EXPECT_TRUE(page.has_picture);
   EXPECT_EQ(page.warning, "careful");
   EXPECT_EQ(page.memory_kib, 300'000);
