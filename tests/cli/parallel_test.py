@@ -2,6 +2,7 @@
 """Many workers give what one gives, in order."""
 
 import os
+import pathlib
 import subprocess
 import unittest
 
@@ -60,7 +61,7 @@ class ManyDocuments(ProgramTest):
         while process.poll() is None:
             try:
                 descriptors = max(descriptors, len(os.listdir(f"/proc/{process.pid}/fd")))
-                status = open(f"/proc/{process.pid}/status", encoding="ascii").read()
+                status = pathlib.Path(f"/proc/{process.pid}/status").read_text(encoding="ascii")
                 peak = max([peak] + [int(line.split()[1]) for line in status.splitlines()
                                      if line.startswith("VmHWM")])
             except OSError:
