@@ -25,11 +25,11 @@ class HtmlInBrowser : public Records {
   // The document after its scripts have run, at an address that ends in `fragment`.
   std::string shown(const std::string& fragment) {
     const Outcome outcome =
-        run("HOME='" + folder.path("") +
+        run("(HOME='" + folder.path("") +
             "' timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-dev-shm-usage"
             " --user-data-dir='" +
             folder.path("profile") + "' --virtual-time-budget=5000 --dump-dom 'file://" + page +
-            fragment + "' 2>/dev/null");
+            fragment + "' 2>/dev/null)");
     EXPECT_EQ(outcome.status, 0);
     return outcome.output;
   }
@@ -67,11 +67,16 @@ TEST_F(HtmlInBrowser, SearchInTheAddressMarksTextAndPicture) {
 }
 
 TEST_F(HtmlInBrowser, SearchFindsWhatALineEndDivides) {
-  const std::string dom = shown("#q=crossing");
-  EXPECT_TRUE(holds(dom, "<mark class=\"current\"><span class=\"poor\">Crossing</span></mark>"));
-  EXPECT_TRUE(holds(dom, "<mark class=\"\">cros-\nsing</mark>"));
-  EXPECT_TRUE(holds(dom, ">1 of 2 on 2 pages</output>"));
   EXPECT_TRUE(holds(shown("#q=%E6%96%91%E9%A9%AC%E7%BA%BF"), "斑马\n线</mark> and"));
+}
+
+TEST_F(HtmlInBrowser, NextLeadsToTheHitOnAnotherPage) {
+  insert("document.getElementById('next').click();");
+  const std::string dom = shown("#q=crossing");
+  EXPECT_TRUE(holds(dom, "<mark class=\"\"><span class=\"poor\">Crossing</span></mark>")) << dom;
+  EXPECT_TRUE(holds(dom, "<mark class=\"current\">cros-\nsing</mark>"));
+  EXPECT_TRUE(holds(dom, ">2 of 2 on 2 pages</output>"));
+  EXPECT_TRUE(holds(dom, "class=\"hits\" d=\"M10 50H60V70H10Z\""));
 }
 
 TEST_F(HtmlInBrowser, SearchTakesSyntaxAsText) {

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <sys/resource.h>
+
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 
 #include "cli/outputs/Records.h"
@@ -103,6 +106,26 @@ TEST_F(PdfOutput, OutputThatCannotBeWrittenIsAnErrorOfTheSystem) {
       EXPECT_NE(std::string(error.what()).find(name), std::string::npos) << error.what();
     }
   }
+}
+
+TEST_F(PdfOutput, FullDiskIsAnErrorOfTheSystemAndLeavesNoFile) {
+  for (int page = 0; page < 9; ++page) add(with_picture(recognised("x"), 600, 400));
+  struct rlimit limit = {};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const struct rlimit before = limit;
+  limit.rlim_cur = 4096;
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &limit);
+  int error_number = 0;
+  try {
+    cli::write_pdf(order, path, {});
+  } catch (const std::system_error& error) {
+    error_number = error.code().value();
+  }
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(error_number, EFBIG);
+  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(PdfOutput, DamagedRecordLeavesNoFile) {

@@ -332,6 +332,7 @@
   });
   addEventListener("hashchange", searchFromAddress);
 
+  if (pages.length) show(pages[0]);
   for (const { section } of pages) observer.observe(section);
   searchFromAddress();
 })();
