@@ -13,8 +13,8 @@
 
 namespace cli {
 
-// What supervisor and worker tell each other. A worker does one order at a time and ends each with
-// JobDone or JobFailed. File names are those of the worker's scratch folder, its working directory.
+// What supervisor and worker tell each other. A worker does one order at a time and ends each but
+// the first and the last with JobDone or JobFailed. File names are those of the worker's scratch folder, its working directory.
 
 // ---- orders: supervisor to worker ----
 
@@ -44,7 +44,8 @@ struct PagesOrder {
   };
   std::string input;
   std::vector<Page> pages;
-  bool picture_only = false;
+  // Not empty: nothing is recognised, the records hold this failure and the picture.
+  std::string failure;
 };
 
 // Makes the outputs of a document from its records. Answers: OutputProgress after each page.
@@ -90,8 +91,9 @@ struct PageStarted {
 // The page's record lies in the scratch folder under its page_record_name.
 struct PageFinished {
   int number = 0;
-  std::string failure;      // as in the record
-  bool is_certain = false;  // another attempt would fail in the same way
+  std::string failure;       // as in the record
+  bool is_certain = false;   // another attempt would fail in the same way
+  bool has_picture = false;  // the record holds a JPEG
   std::string warning;
   double seconds = 0.0;
   long memory_kib = 0;

@@ -11,7 +11,7 @@ namespace cli {
 
 // One document to recognise: what it is read from and where its results go.
 struct InputDocument {
-  std::string name;                // as people know it; "-" for standard input
+  std::string name;                // as people know it, any bytes; "-" for standard input
   std::vector<std::string> files;  // one, or the pictures of an image list
   // One path for each of the run's formats, in their order; "-" is standard output. A format that
   // --pdf adds comes last.

@@ -77,7 +77,8 @@ struct ParsedOptions {
   ExitCode exit_code = kAllDone;
 };
 
-ParsedOptions parse_options(int argc, const char* const* argv);
+// `results_on_terminal`: standard output, which PDF and HTML are too much for.
+ParsedOptions parse_options(int argc, const char* const* argv, bool results_on_terminal = false);
 
 }  // namespace cli
 

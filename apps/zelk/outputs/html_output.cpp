@@ -6,6 +6,7 @@
 #include <map>
 
 #include "exchange/files.h"
+#include "exchange/names.h"
 #include "outputs/html_files.h"
 #include "outputs/output_file.h"
 #include "outputs/outputs.h"

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "exchange/names.h"
 #include "outputs/engine_json.h"
 #include "outputs/output_file.h"
 #include "outputs/outputs.h"
@@ -30,7 +31,7 @@ std::string page_entry(const PageRecord& record, std::string& cause) {
 std::string opening(const OutputOrder& order) {
   const ShownName name = shown_name(order.file);
   return fmt::format(R"({{"file":{}{},"page_count":{},"pages":[)", to_json_text(name.text),
-                     name.is_escaped ? R"(,"file_is_escaped":true)" : "", order.page_count);
+                     name.escaped ? R"(,"file_is_escaped":true)" : "", order.page_count);
 }
 
 // Members that only some documents have come last, when all pages are known.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "outputs/utf8_text.h"
 
-#include <fmt/format.h>
+#include "exchange/names.h"
 
 namespace cli {
 namespace {
@@ -12,62 +12,12 @@ unsigned char byte_at(std::string_view text, std::size_t at) {
   return static_cast<unsigned char>(text[at]);
 }
 
-// What may follow a first byte: how many bytes, and the range of the next one, which is narrower
-// than 80 to BF where overlong forms, surrogates and code points beyond U+10FFFF lie.
-struct Sequence {
-  std::size_t length;
-  unsigned char lowest = 0x80;
-  unsigned char highest = 0xBF;
-};
-
-Sequence sequence_of(unsigned char first) {
-  if (first < 0x80) return {1};
-  if (first < 0xC2) return {0};
-  if (first < 0xE0) return {2};
-  if (first == 0xE0) return {3, 0xA0};
-  if (first == 0xED) return {3, 0x80, 0x9F};
-  if (first < 0xF0) return {3};
-  if (first == 0xF0) return {4, 0x90};
-  if (first < 0xF4) return {4};
-  if (first == 0xF4) return {4, 0x80, 0x8F};
-  return {0};
-}
-
 }  // namespace
-
-std::size_t utf8_length(std::string_view text, std::size_t at) {
-  if (at >= text.size()) return 0;
-  const Sequence sequence = sequence_of(byte_at(text, at));
-  if (sequence.length > text.size() - at) return 0;
-  for (std::size_t i = 1; i < sequence.length; ++i) {
-    const unsigned char byte = byte_at(text, at + i);
-    const bool next = i == 1;
-    if (byte < (next ? sequence.lowest : 0x80) || byte > (next ? sequence.highest : 0xBF)) return 0;
-  }
-  return sequence.length;
-}
-
-ShownName shown_name(std::string_view file) {
-  ShownName shown;
-  std::string escaped;
-  for (std::size_t at = 0; at < file.size();) {
-    const std::size_t length = utf8_length(file, at);
-    if (length == 0) {
-      escaped += fmt::format("\\x{:02X}", byte_at(file, at));
-      shown.is_escaped = true;
-    } else {
-      escaped += file[at] == '\\' ? "\\\\" : file.substr(at, length);
-    }
-    at += length == 0 ? 1 : length;
-  }
-  shown.text = shown.is_escaped ? escaped : std::string(file);
-  return shown;
-}
 
 std::string displayable(std::string_view text) {
   std::string result;
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = utf8_length(text, at);
+    const std::size_t length = utf8_character_length(text.substr(at));
     if (text[at] == '\r' || text[at] == '\f') {
       const bool pair = text.substr(at, 2) == "\r\n";
       if (!pair) result += '\n';

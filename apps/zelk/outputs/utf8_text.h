@@ -8,18 +8,6 @@
 
 namespace cli {
 
-// Bytes of the UTF-8 character that starts at `at`, 1 to 4; 0 when none does.
-std::size_t utf8_length(std::string_view text, std::size_t at);
-
-// A file's name as people and programs are told it.
-struct ShownName {
-  std::string text;  // UTF-8
-  // The name is not UTF-8: each byte of it that is no part of a character stands as \xNN, and each
-  // backslash of its own is doubled, so that the name can be got back.
-  bool is_escaped = false;
-};
-ShownName shown_name(std::string_view file);
-
 // UTF-8 that a page of HTML shows as it is: lines end in a line feed alone, and U+FFFD stands for
 // bytes that are no characters and for control characters other than tab and line feed.
 std::string displayable(std::string_view text);

@@ -15,6 +15,8 @@ struct FIBITMAP;
 
 namespace cli {
 
+class PageSource;
+
 // A document that cannot be opened at all. The text is the reason, for people.
 class UnreadableDocument : public std::runtime_error {
  public:
@@ -44,6 +46,7 @@ struct UnloadBitmap {
 };
 using PageBitmap = std::unique_ptr<FIBITMAP, UnloadBitmap>;
 
+// A plain page's bitmap is byte for byte what the library's own readers give.
 struct PreparedPage {
   PageBitmap bitmap;      // 24 bits a pixel, upright, on white
   int dots_per_inch = 0;  // what the page's bitmap is to be taken for
@@ -53,11 +56,13 @@ struct PreparedPage {
 // The text that a PDF page holds already.
 struct PageText {
   std::string text;                  // UTF-8, lines ended by a line feed
-  std::vector<OCR_CHAR> characters;  // in pixels of the prepared page
+  std::vector<OCR_CHAR> characters;  // advance cells in pixels of the prepared page
 };
 
-// The pages of one file, opened by its content whatever its name ends in: BMP, GIF, JPEG, PNG, PNM,
-// TIFF, WebP and PDF. At most one object may exist at a time, since PDFium serves one document.
+// The pages of one file, opened by its content whatever its name ends in: BMP, GIF (its first
+// picture), JPEG, PNG, PNM, TIFF, WebP and PDF. Resolutions that are nowhere given: 200 dots per
+// inch for a PDF, for a picture what picture_resolution.h says. At most one object may exist at a
+// time, since PDFium serves one document.
 class DocumentPages {
  public:
   // Throws UnreadableDocument. An encrypted PDF that opens with the password is decrypted into
@@ -71,7 +76,8 @@ class DocumentPages {
   int page_count() const;
   bool is_pdf() const;
 
-  // Size in points of page `index`, counted from 0; 0 by 0 when unknown. Nothing is decoded.
+  // Size in points of page `index`, counted from 0, upright; 0 by 0 when unknown. Nothing is
+  // decoded.
   struct Size {
     double width = 0.0;
     double height = 0.0;
@@ -85,10 +91,7 @@ class DocumentPages {
   std::optional<PageText> text(int index, int dots_per_inch);
 
  private:
-  class Source;
-  class PdfSource;
-  class PictureSource;
-  std::unique_ptr<Source> _source;
+  std::unique_ptr<PageSource> _source;
 };
 
 }  // namespace cli

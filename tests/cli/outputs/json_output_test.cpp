@@ -72,12 +72,20 @@ TEST_F(JsonOutput, ChosenPagesAreTold) {
 TEST_F(JsonOutput, NamesThatAreNotUtf8AreEscaped) {
   order.file = "caf\xE9 \\ \xE4\xB8\xAD.pdf";
   EXPECT_EQ(line(),
-            "{\"file\":\"caf\\\\xE9 \\\\\\\\ 中.pdf\",\"file_is_escaped\":true,"
+            "{\"file\":\"caf\\\\xE9 \\\\x5C 中.pdf\",\"file_is_escaped\":true,"
             "\"page_count\":0,\"pages\":[]}\n");
   order.file = "a\\b\"\n中.pdf";
   const Json json = Json::parse(line());
   EXPECT_EQ(json["file"], order.file) << "UTF-8 is left as it is";
   EXPECT_FALSE(json.contains("file_is_escaped"));
+}
+
+TEST_F(JsonOutput, TheDocumentedExampleConformsToTheSchema) {
+  const std::string document = read_file(ZELK_DOCS "/outputs.md");
+  const std::size_t begin = document.find("```json\n") + 8;
+  write_file(path, document.substr(begin, document.find("```", begin) - begin));
+  EXPECT_EQ(complaint(path), "");
+  EXPECT_EQ(Json::parse(read_file(path))["failed_pages"][0]["page"], 7);
 }
 
 TEST_F(JsonOutput, TheSchemaRefusesWhatIsNotAsDescribed) {

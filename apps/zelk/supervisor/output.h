@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZELK_APPS_OUTPUT_H
-#define ZELK_APPS_OUTPUT_H
+#ifndef ZELK_APPS_SUPERVISOR_OUTPUT_H
+#define ZELK_APPS_SUPERVISOR_OUTPUT_H
 
 #include <string>
 #include <string_view>
@@ -12,22 +12,20 @@ namespace cli {
 // closed.
 int claim_standard_output();
 
-// Stops libtiff from printing a line for each private tag that it meets; what cannot be decoded is
-// told per file.
-void silence_decoders();
-
 // Where results go. Every operation throws std::system_error when the results cannot be delivered.
 class Output {
  public:
   // Takes over an open descriptor.
   explicit Output(int descriptor);
-  // Writes beside `path` and gives the file its name in finish(), so that `path` holds the old
-  // content or the complete new one, also after an interruption. Pipes and devices are written to
-  // directly.
-  explicit Output(const std::string& path);
+  // Writes into `unfinished_folder`, or beside `path` where that lies on another file system, and
+  // gives the file its name in finish(), so that `path` holds the old content or the complete new
+  // one, also after an interruption. Pipes and devices are written to directly.
+  Output(const std::string& path, const std::string& unfinished_folder);
   ~Output();
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
+
+  int descriptor() const { return _descriptor; }
 
   void write(std::string_view text);
   // Nothing may be written afterwards. Without it a file leaves no trace.
@@ -46,4 +44,4 @@ bool same_file(const std::string& first, const std::string& second);
 
 }  // namespace cli
 
-#endif  // ZELK_APPS_OUTPUT_H
+#endif  // ZELK_APPS_SUPERVISOR_OUTPUT_H

@@ -1,43 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "output.h"
+#include "supervisor/output.h"
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
 namespace cli {
 namespace {
-
-// The unfinished file, where a signal handler can reach it.
-char unfinished_file[PATH_MAX];
-
-extern "C" void remove_unfinished_file(int signal_number) {
-  unlink(unfinished_file);
-  raise(signal_number);  // the default action is back in place: the process ends by the signal
-}
-
-void remove_on_signal(const std::string& path) {
-  if (path.size() >= sizeof unfinished_file) return;
-  std::memcpy(unfinished_file, path.c_str(), path.size() + 1);
-  struct sigaction action = {};
-  action.sa_handler = remove_unfinished_file;
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
-  for (const int signal_number : {SIGHUP, SIGINT, SIGTERM}) {
-    struct sigaction current = {};
-    sigaction(signal_number, nullptr, &current);
-    if (current.sa_handler != SIG_IGN) sigaction(signal_number, &action, nullptr);
-  }
-}
 
 [[noreturn]] void fail(const std::string& what) {
   throw std::system_error(errno, std::generic_category(), what);
@@ -50,6 +25,14 @@ mode_t permissions_for(bool exists, const struct stat& existing) {
   const mode_t mask = umask(0);
   umask(mask);
   return 0666 & ~mask;
+}
+
+// Only there can a file be renamed from one folder to the other.
+bool on_same_file_system(const std::string& first, const std::string& second) {
+  struct stat first_info = {};
+  struct stat second_info = {};
+  return stat(first.c_str(), &first_info) == 0 && stat(second.c_str(), &second_info) == 0 &&
+         first_info.st_dev == second_info.st_dev;
 }
 
 }  // namespace
@@ -68,18 +51,9 @@ int claim_standard_output() {
   return results;
 }
 
-void silence_decoders() {
-  using SetHandler = void* (*)(void*);
-  for (const char* symbol : {"TIFFSetErrorHandler", "TIFFSetWarningHandler"}) {
-    // Found only where the picture library has libtiff below it as a library of its own.
-    const auto set_handler = reinterpret_cast<SetHandler>(dlsym(RTLD_DEFAULT, symbol));
-    if (set_handler != nullptr) set_handler(nullptr);
-  }
-}
-
 Output::Output(int descriptor) : _descriptor(descriptor), _path("standard output") {}
 
-Output::Output(const std::string& path) : _path(path) {
+Output::Output(const std::string& path, const std::string& unfinished_folder) : _path(path) {
   struct stat existing = {};
   const bool exists = stat(path.c_str(), &existing) == 0;
   if (exists && !S_ISREG(existing.st_mode)) {
@@ -93,11 +67,14 @@ Output::Output(const std::string& path) : _path(path) {
   const std::filesystem::path target =
       exists ? std::filesystem::canonical(path) : std::filesystem::path(path);
   _path = target.string();
-  std::string temporary = (target.parent_path() / ".zelk-XXXXXX").string();
-  _descriptor = mkostemp(temporary.data(), O_CLOEXEC);
-  if (_descriptor < 0) fail(_path);
-  _temporary_path = temporary;
-  remove_on_signal(_temporary_path);
+  const std::string folder = target.has_parent_path() ? target.parent_path().string() : ".";
+  const bool same = on_same_file_system(folder, unfinished_folder);
+  _temporary_path = (same ? unfinished_folder : folder) + "/.zelk-XXXXXX";
+  _descriptor = mkostemp(_temporary_path.data(), O_CLOEXEC);
+  if (_descriptor < 0) {
+    _temporary_path.clear();
+    fail(_path);
+  }
   if (fchmod(_descriptor, permissions_for(exists, existing)) != 0) fail(_path);
 }
 
