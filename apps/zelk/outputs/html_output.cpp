@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 #include <nettle/base64.h>
 
+#include <algorithm>
 #include <map>
 
 #include "exchange/files.h"

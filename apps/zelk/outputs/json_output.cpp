@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <numeric>
 
 #include "exchange/names.h"
@@ -41,8 +42,7 @@ std::string closing(const OutputOrder& order, const std::vector<int>& numbers,
   std::string text = "]";
   if (numbers != all) text += ",\"page_numbers\":" + to_json_text(numbers);
   Json list = Json::array();
-  for (const FailedPage& page : failed)
-    list.push_back({{"page", page.page}, {"cause", page.cause}});
+  for (const auto& [page, cause] : failed) list.push_back({{"page", page}, {"cause", cause}});
   if (!list.empty()) text += ",\"failed_pages\":" + to_json_text(list);
   return text + "}\n";
 }

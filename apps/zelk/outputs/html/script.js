@@ -221,10 +221,20 @@
   const overlaps = (piece, hit) =>
     piece.start < hit.start + hit.length && hit.start < piece.start + piece.length;
 
-  // Characters where there are any, so that a part of a word is marked as such.
+  const union = (list) => ({
+    left: Math.min(...list.map((piece) => piece.left)),
+    top: Math.min(...list.map((piece) => piece.top)),
+    right: Math.max(...list.map((piece) => piece.right)),
+    bottom: Math.max(...list.map((piece) => piece.bottom)),
+  });
+
+  // One box for each word, round the characters that were found where the word has any.
   function boxesOf(page, hit) {
     const characters = page.characters.filter((piece) => overlaps(piece, hit));
-    return characters.length ? characters : page.words.filter((piece) => overlaps(piece, hit));
+    return page.words.filter((word) => overlaps(word, hit)).map((word) => {
+      const found = characters.filter((piece) => overlaps(piece, word));
+      return found.length ? union(found) : word;
+    });
   }
 
   function mark(page) {
@@ -322,6 +332,7 @@
   });
   addEventListener("hashchange", searchFromAddress);
 
+  if (pages.length) show(pages[0]);
   for (const { section } of pages) observer.observe(section);
   searchFromAddress();
 })();
