@@ -19,9 +19,9 @@ class Unreadable(ProgramTest):
     def test_missing_file(self):
         self.assert_refused(self.folder / "none.png", "No such file or directory")
 
-    def test_folder(self):
+    def test_folder_without_documents(self):
         (self.folder / "folder.png").mkdir()
-        self.assert_refused(self.folder / "folder.png", "is a directory")
+        self.assert_refused(self.folder / "folder.png", "holds no document")
 
     def test_file_without_permission(self):
         path = self.file("secret.bmp", bmp(5, 6))

@@ -52,7 +52,9 @@ class Installation(unittest.TestCase):
                     "include/zelk/zelkAPI.h", "include/zelk/zelk_export.h",
                     "include/zelk/engine/qv_engine.h", "share/doc/zelk/README.md",
                     "share/doc/zelk/LICENSE"}
-        expected |= {"bin/zelk"} if PROGRAM_BUILT else set()
+        if PROGRAM_BUILT:
+            expected |= {"bin/zelk", "share/man/man1/zelk.1",
+                         "share/bash-completion/completions/zelk"}
         expected |= {f"{LIBDIR}/zelk/engine/libQVEngine.so"} if ENGINE_BUILT else set()
         installed = self.installed()
         self.assertLessEqual(expected, installed)
