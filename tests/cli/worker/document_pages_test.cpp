@@ -129,7 +129,8 @@ TEST(DocumentPages, FilesThatAreNoDocumentsAreRefusedWithTheReason) {
 
 TEST(DocumentPages, PictureKindsThatAreNotReadAreUnknown) {
   const ScratchFolder folder;
-  write_image(folder.path("a.png"), 33, 20, 7, FIF_JP2);
+  write_image(folder.path("a.png"), 33, 20, 7, FIF_TARGA);
+  ASSERT_EQ(FreeImage_GetFileType(folder.path("a.png").c_str(), 0), FIF_TARGA);
   EXPECT_EQ(refusal(folder.path("a.png")),
             "the content is neither a picture of a known kind nor a PDF");
 }
