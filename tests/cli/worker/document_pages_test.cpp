@@ -226,4 +226,16 @@ TEST(DocumentPages, SizeOfATurnedPictureIsUpright) {
   EXPECT_DOUBLE_EQ(pages.page_size(0).height, 32 * 72.0 / 200);
 }
 
+TEST(DocumentPages, OrientationThatThereIsNotIsUpright) {
+  const ScratchFolder folder;
+  write_jpeg_with_orientation(folder.path("a.jpg"), 32, 16, 9);
+  EXPECT_DOUBLE_EQ(DocumentPages(folder.path("a.jpg"), {}, "").page_size(0).width, 32 * 72.0 / 200);
+  TiffPage page;
+  page.width = 2;
+  page.orientation = 9;
+  page.pixels = "abcdef";
+  write_tiff_pages(folder.path("a.tif"), {page});
+  EXPECT_DOUBLE_EQ(DocumentPages(folder.path("a.tif"), {}, "").page_size(0).width, 2 * 72.0 / 200);
+}
+
 }  // namespace
