@@ -218,6 +218,16 @@ TEST(DocumentPages, ResolutionIsThePagesOwnUnlessOneIsAsked) {
   EXPECT_DOUBLE_EQ(asked.page_size(1).width, 72.0 / 96);
 }
 
+TEST(DocumentPages, ResolutionIsTheLargerOfTheTwoDirections) {
+  const ScratchFolder folder;
+  FIBITMAP* const picture = make_bitmap(3, 2);
+  FreeImage_SetDotsPerMeterX(picture, 5906);
+  FreeImage_SetDotsPerMeterY(picture, 3937);
+  EXPECT_TRUE(FreeImage_Save(FIF_PNG, picture, folder.path("a.png").c_str(), 0));
+  FreeImage_Unload(picture);
+  EXPECT_EQ(DocumentPages(folder.path("a.png"), {}, "").prepare(0).dots_per_inch, 150);
+}
+
 TEST(DocumentPages, SizeOfATurnedPictureIsUpright) {
   const ScratchFolder folder;
   write_jpeg_with_orientation(folder.path("a.jpg"), 32, 16, 6);
