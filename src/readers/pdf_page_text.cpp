@@ -25,13 +25,10 @@ struct RenderedPage {
   }
 };
 
-// The advance box of text that does not run along the page's own x axis comes without a width.
+// The advance box of text that does not run along the page's own x axis is empty.
 FS_RECTF box_of(FPDF_TEXTPAGE text, int index) {
   FS_RECTF box = {};
-  if (FPDFText_GetLooseCharBox(text, index, &box) && box.left != box.right &&
-      box.top != box.bottom) {
-    return box;
-  }
+  if (FPDFText_GetLooseCharBox(text, index, &box) && box.left != box.right) return box;
   double left = 0.0;
   double right = 0.0;
   double bottom = 0.0;

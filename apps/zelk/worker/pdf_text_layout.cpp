@@ -16,7 +16,8 @@ using tesseract_engine::Line;
 using tesseract_engine::Word;
 
 constexpr char32_t kLineEnd = U'\n';
-constexpr char32_t kHyphenAtLineEnd = 2;  // what PDFium makes of a hyphen at the end of a line
+// What PDFium makes of a hyphen at the end of a line. No line end follows it.
+constexpr char32_t kHyphenAtLineEnd = 2;
 
 bool is_blank(char32_t code) {
   constexpr char32_t kNoBreakSpace = 0xA0;
@@ -107,6 +108,7 @@ std::vector<Line> lines_of(const std::vector<PdfCharacter>& characters, int widt
       builder.add(character);
     } else if (has_place(character) && !is_outside(character, width, height)) {
       builder.add(character);
+      if (character.code == kHyphenAtLineEnd) builder.end_line(lines);
     }
   }
   builder.end_line(lines);

@@ -29,19 +29,12 @@ int exif_orientation(FIBITMAP* header) {
   return value >= 1 && value <= 8 ? value : 1;
 }
 
-// FreeImage gives 72 dots per inch where a file has no resolution.
-unsigned own_resolution(FIBITMAP* header) {
-  constexpr unsigned kDefault = 2835;
-  const unsigned dots =
-      std::max(FreeImage_GetDotsPerMeterX(header), FreeImage_GetDotsPerMeterY(header));
-  return dots == kDefault ? 0 : dots;
-}
-
 PictureHeader read_header(FIBITMAP* header) {
   PictureHeader result;
   result.width = FreeImage_GetWidth(header);
   result.height = FreeImage_GetHeight(header);
-  result.dots_per_meter = own_resolution(header);
+  result.dots_per_meter =
+      std::max(FreeImage_GetDotsPerMeterX(header), FreeImage_GetDotsPerMeterY(header));
   result.orientation = exif_orientation(header);
   return result;
 }
