@@ -56,7 +56,8 @@ class Unreadable(ProgramTest):
         self.assert_refused(self.file("none.pdf", pdf()), "the PDF has no pages")
 
     def test_pdf_whose_only_page_cannot_be_rendered(self):
-        self.assert_refused(self.file("flat.pdf", pdf((36, 0.1))), "the page is damaged")
+        self.assert_refused(self.file("flat.pdf", pdf((36, 0.1))),
+                            "page 1: the page is damaged")
 
     def test_document_of_which_no_page_can_be_rendered(self):
         self.assert_refused(self.file("flat.pdf", pdf((36, 0.1), (36, 0.1))),

@@ -82,9 +82,12 @@ std::string page_complaint(const std::string& name, const PageOutcome& page) {
 }
 
 std::string document_complaint(const DocumentOutcome& document) {
-  const std::string reason = document_reason(document);
-  if (reason.empty()) return "";
-  return fmt::format("zelk: {}: {}\n", line_name(document.name), line_name(reason));
+  std::string lines;
+  for (const std::string& text : {document.notice, document_reason(document)}) {
+    if (text.empty()) continue;
+    lines += fmt::format("zelk: {}: {}\n", line_name(document.name), line_name(text));
+  }
+  return lines;
 }
 
 std::string document_line(const DocumentOutcome& document) {

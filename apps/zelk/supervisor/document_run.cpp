@@ -21,6 +21,15 @@ std::string output_name(std::size_t target) {
   return fmt::format("output-{}", target);
 }
 
+std::string own_text_notice(const std::vector<PageOutcome>& pages, bool was_taken) {
+  const auto count = std::count_if(pages.begin(), pages.end(),
+                                   [](const PageOutcome& page) { return page.has_own_text; });
+  if (count == 0) return "";
+  return fmt::format("{} of {} pages {}", count, pages.size(),
+                     was_taken ? "keep the text that they have already"
+                               : "have text already (--skip-text keeps it)");
+}
+
 int take_front(std::deque<int>& pages) {
   const int page = pages.front();
   pages.pop_front();
@@ -327,7 +336,7 @@ void DocumentRun::check_pages() {
   if (std::all_of(_outcome.pages.begin(), _outcome.pages.end(),
                   [](const PageOutcome& page) { return page.is_unreadable; })) {
     finish(DocumentState::kUnreadable,
-           _wanted.size() == 1 ? _outcome.pages.front().failure
+           _wanted.size() == 1 ? "the page cannot be read"
                                : fmt::format("none of its {} pages can be read", _wanted.size()));
     return;
   }
@@ -343,6 +352,7 @@ void DocumentRun::check_pages() {
                        _wanted.size()));
     return;
   }
+  _outcome.notice = own_text_notice(_outcome.pages, _setting.options.skip_text);
   _outcome.state =
       failed > 0 ? DocumentState::kDeliveredWithFailedPages : DocumentState::kDelivered;
   _stage = Stage::kAssembling;

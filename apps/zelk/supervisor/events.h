@@ -32,6 +32,7 @@ enum class DocumentState {
 struct DocumentOutcome {
   std::string name;  // any bytes
   DocumentState state = DocumentState::kDelivered;
+  std::string notice;    // what the user should know although all is well; mostly empty
   std::string cause;     // empty when all is well
   int page_count = 0;    // pages of the document, wanted or not
   double seconds = 0.0;  // from its first job to its delivery

@@ -34,16 +34,15 @@ Json to_json(const DocumentOutcome& outcome) {
   }
   Json outputs = Json::array();
   for (const std::string& output : outcome.outputs) outputs.push_back({output, state_of(output)});
-  return {{"state", outcome.state},
-          {"page_count", outcome.page_count},
-          {"seconds", outcome.seconds},
-          {"outputs", std::move(outputs)},
-          {"pages", std::move(pages)}};
+  return {{"state", outcome.state},           {"notice", outcome.notice},
+          {"page_count", outcome.page_count}, {"seconds", outcome.seconds},
+          {"outputs", std::move(outputs)},    {"pages", std::move(pages)}};
 }
 
 DocumentOutcome from_json(const Json& json) {
   DocumentOutcome outcome;
   outcome.state = json.at("state");
+  outcome.notice = json.at("notice");
   outcome.page_count = json.at("page_count");
   outcome.seconds = json.at("seconds");
   for (const Json& output : json.at("outputs")) outcome.outputs.push_back(output.at(0));
