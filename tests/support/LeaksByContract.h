@@ -12,7 +12,9 @@
 #endif
 
 #ifdef ZELK_TESTS_LOOK_FOR_LEAKS
-#include <sanitizer/lsan_interface.h>
+// Of the sanitizer's runtime.
+extern "C" void __lsan_disable();
+extern "C" void __lsan_enable();
 #endif
 
 // While one lives, what this thread allocates is not reported as a leak. Only for what the library
