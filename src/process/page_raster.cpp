@@ -30,15 +30,18 @@ bool page_to_raster(FIBITMAP* dib, zelk::MDIB& image) {
   const unsigned char* const bits = FreeImage_GetBits(dib);
   if (bits == nullptr || FreeImage_GetBPP(dib) != 24) return false;
   if (image_width > INT_MAX || image_height > INT_MAX) return false;
-  const int made = image.Init(static_cast<int>(image_width), static_cast<int>(image_height), 24,
-                              kEngineResolution);
+  // Clearing a page first would cost as much again as copying it.
+  const int made = image.InitUncleared(static_cast<int>(image_width),
+                                       static_cast<int>(image_height), 24, kEngineResolution);
   if (made != 1) return false;
   const std::size_t row_bytes = std::size_t{3} * image_width;
-  zelk::copy_rows_flipped(image.m_lpBuf, static_cast<std::size_t>(image.m_nLineLength), bits,
-                          FreeImage_GetPitch(dib), image_height,
-                          [row_bytes](unsigned char* destination, const unsigned char* source) {
-                            std::memcpy(destination, source, row_bytes);
-                          });
+  const auto pitch = static_cast<std::size_t>(image.m_nLineLength);
+  zelk::copy_rows_flipped(
+      image.m_lpBuf, pitch, bits, FreeImage_GetPitch(dib), image_height,
+      [row_bytes, pitch](unsigned char* destination, const unsigned char* source) {
+        std::memcpy(destination, source, row_bytes);
+        std::memset(destination + row_bytes, 0, pitch - row_bytes);
+      });
   return true;
 }
 

@@ -40,6 +40,7 @@ FIBITMAP* copy_without_alpha(FPDF_BITMAP bitmap, int width, int height) {
 
 }  // namespace
 
+// cppcheck-suppress uninitMemberVar ; load_image sets the resolution
 pdfiumreader::pdfiumreader() {
   FPDF_InitLibrary();
 }

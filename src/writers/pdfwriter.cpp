@@ -64,6 +64,7 @@ std::string gbk_text(std::uint16_t code) {
 
 }  // namespace
 
+// cppcheck-suppress uninitMemberVar ; add_page sets the font
 pdfwriter::pdfwriter() : _pdflib(nullptr, nullptr, nullptr, nullptr) {}
 
 int pdfwriter::create_document(const char* double_pdf_filename) {

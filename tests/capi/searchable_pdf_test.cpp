@@ -97,6 +97,7 @@ TEST_F(SearchablePdf, PageTooHighForAJpegIsLeftOutAndTheRestSurvives) {
   load("high.tif");
   EXPECT_EQ(zelk_recognize(), 0);
   EXPECT_STREQ(zelk_get_ocr_string(), "onetwothree");
+  zelk_free_image_document();
   EXPECT_EQ(zelk_load_image_document(output.c_str(), 72), 2);
 }
 
