@@ -25,6 +25,7 @@ TEST(Columns, LongTextKeepsItsEndAndWholeCharacters) {
   EXPECT_EQ(fit_columns("一二三四", 7), "...三四");
   EXPECT_EQ(fit_columns("一二三四", 6), "...四");
   EXPECT_EQ(fit_columns("abcde\u0301", 4), "...e\u0301");
+  EXPECT_EQ(fit_columns("abc扫\u0301", 4), "...");
   EXPECT_EQ(fit_columns("abcdef", 3), "");
 }
 
