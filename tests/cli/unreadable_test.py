@@ -57,7 +57,7 @@ class Unreadable(ProgramTest):
 
     def test_pdf_whose_only_page_cannot_be_rendered(self):
         self.assert_refused(self.file("flat.pdf", pdf((36, 0.1))),
-                            "page 1: the page is damaged")
+                            "page 1: the page, 36 x 0.1 points at 200")
 
     def test_document_of_which_no_page_can_be_rendered(self):
         self.assert_refused(self.file("flat.pdf", pdf((36, 0.1), (36, 0.1))),
@@ -73,7 +73,7 @@ class Unreadable(ProgramTest):
         document = self.file("three.pdf", pdf((72, 72), (36, 0.1), (36, 36)))
         result = self.run_program("--dpi", "72", document)
         self.assert_result(result, 5, b"72x72 default\n36x36 default\n")
-        self.assert_complains(result, f"{document}: page 2: the page is damaged")
+        self.assert_complains(result, f"{document}: page 2: the page, 36 x 0.1 points")
 
 
 class Password(ProgramTest):

@@ -112,9 +112,15 @@ void Output::close_descriptor() {
   if (descriptor >= 0 && close(descriptor) != 0) fail(_path);
 }
 
-bool same_file(const std::string& first, const std::string& second) {
-  std::error_code ignored;
-  return std::filesystem::equivalent(first, second, ignored);
+void check_writable(const std::string& path) {
+  struct stat existing = {};
+  if (stat(path.c_str(), &existing) == 0) {
+    if (S_ISDIR(existing.st_mode)) errno = EISDIR;
+    if (S_ISDIR(existing.st_mode) || access(path.c_str(), W_OK) != 0) fail(path);
+    return;
+  }
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  if (access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) fail(path);
 }
 
 }  // namespace cli

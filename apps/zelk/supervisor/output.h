@@ -39,8 +39,9 @@ class Output {
   std::string _temporary_path;  // empty when written to directly
 };
 
-// True when both name the same existing file.
-bool same_file(const std::string& first, const std::string& second);
+// Throws std::system_error naming the file when it is already clear that an Output of this path
+// cannot be finished.
+void check_writable(const std::string& path);
 
 }  // namespace cli
 

@@ -44,6 +44,7 @@ std::string journal_folder(const Options& options) {
 }
 
 std::unique_ptr<Journal> open_journal(const Options& options) {
+  if (!options.output.empty() && options.output != "-") check_writable(options.output);
   const std::string folder = journal_folder(options);
   if (!options.directory.empty()) std::filesystem::create_directories(folder);
   return folder.empty() ? nullptr : std::make_unique<Journal>(folder, options.resume);
