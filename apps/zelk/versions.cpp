@@ -12,7 +12,7 @@
 namespace cli {
 namespace {
 
-// The file from which the object that holds a symbol was loaded; empty when no loaded object has it.
+// The file from which the object that holds a symbol was loaded; empty when there is none.
 std::string loaded_from(const char* symbol) {
   Dl_info info = {};
   void* const address = dlsym(RTLD_DEFAULT, symbol);

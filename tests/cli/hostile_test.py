@@ -20,18 +20,20 @@ EMPTY = "the file is empty"
 # that recovers more, or less, of these is at liberty to do so: then this table follows it.
 EXPECTED = {
     "bad-height.bmp": (f"page 1: the picture has 6 x 2147483647 pixels, {ALLOWED}", []),
-    "declares-100000x100000.tif": (f"page 1: the picture has 100000 x 100000 pixels, {ALLOWED}", []),
+    "declares-100000x100000.tif": (
+        f"page 1: the picture has 100000 x 100000 pixels, {ALLOWED}", []),
     "empty.pdf": (EMPTY, []),
     "empty.png": (EMPTY, []),
     "form-draws-itself.pdf": ("", ["1700x2200"]),
     "fuzz-height-2147483648.pdf": (
-        "page 1: the page is too large: 595 x 2.14748e+09 points have more pixels at 1 dot per inch than "
-        "--max-pixels allows (120000000)", []),
+        "page 1: the page is too large: 595 x 2.14748e+09 points have more pixels at 1 dot per "
+        "inch than --max-pixels allows (120000000)", []),
     "ifd-points-to-itself.tif": ("", ["16x16"]),
     "mediabox-200000pt.pdf": (
         "page 1: warning: rendered at 3 instead of 200 dots per inch to stay within --max-pixels",
         ["8333x8333"]),
-    "missing-page-object.pdf": ("page 2: the page is damaged or has no area", ["1700x2200", "1700x2200"]),
+    "missing-page-object.pdf": (
+        "page 2: the page is damaged or has no area", ["1700x2200", "1700x2200"]),
     "operator-list-cycle.pdf": ("", ["1700x2200"]),
     "page-tree-loop.pdf": ("", ["1700x2200", "1700x2200"]),
     "pdf-content.png": ("", ["1653x2338"]),
