@@ -60,6 +60,20 @@ def engine_text(page):
     return text
 
 
+def blanks_between_han(text):
+    return len(re.findall(f'[{HAN}][ \t]+(?=[{HAN}])', text))
+
+
+def gaps_between_han(page):
+    """Gaps of half a character and more that the cells leave: tabulators, columns."""
+    gaps = 0
+    for before, after in zip(page['characters'], page['characters'][1:]):
+        both_han = re.fullmatch(f'[{HAN}]{{2}}', chr(before[0]) + chr(after[0]))
+        same_line = before[4] == after[4]
+        gaps += bool(both_han and same_line and after[1] - before[3] > (before[4] - before[2]) / 2)
+    return gaps
+
+
 def edit_distance(a, b):
     """Levenshtein distance within a band that grows until it holds the answer."""
     start = 0
@@ -199,6 +213,11 @@ class Document:
                 rates[name] = rate(read, expected)
                 if limit is not None and rates[name] > limit:
                     self.miss(f'page {number + 1}: {name} {rates[name]:.2f} %')
+            for name, pages in texts.items():
+                blanks = blanks_between_han(pages[number])
+                if blanks > gaps_between_han(page):
+                    self.miss(f'page {number + 1}: {name} {blanks} blanks between Han characters, '
+                              f'{gaps_between_han(page)} gaps')
             worst, missing = misplaced(page, self.pdfium[number]['characters'])
             if missing:
                 self.miss(f'page {number + 1}: {missing} characters not within a point of place')
