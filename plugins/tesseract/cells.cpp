@@ -79,14 +79,32 @@ void add_steps(const std::vector<Glyph>& glyphs, std::vector<double>& steps) {
   }
 }
 
+// What any two Han characters of a run tell of its pitch. The farther apart they are, the less the
+// uncertainty of their boxes matters.
+std::vector<double> pitches(const std::vector<Glyph>& glyphs, double widest_gap) {
+  constexpr std::size_t kFarthest = 50;
+  std::vector<double> result;
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    if (!glyphs[i].solid) continue;
+    const std::size_t end = std::min(glyphs.size(), i + kFarthest);
+    for (std::size_t j = i + 1; j < end; ++j) {
+      const Glyph& other = glyphs[j];
+      const int gap = other.box.left - glyphs[j - 1].box.right;
+      if (!other.wide || other.blank_before || gap > widest_gap) break;
+      const double distance = other.centre() - glyphs[i].centre();
+      if (other.solid && distance > 0) result.push_back(distance / static_cast<double>(j - i));
+    }
+  }
+  return result;
+}
+
 // The pitch of the line's Han characters: its own, else that of the page, if it fits the line.
 double pitch_of(const std::vector<Glyph>& glyphs, const Line& line, double page_pitch) {
   constexpr double kWidest = 2.5;  // line heights
   const double height = std::max(1, line.box.bottom - line.box.top);
-  std::vector<double> steps;
-  add_steps(glyphs, steps);
-  if (!steps.empty()) {
-    const double pitch = std::max(1.0, median(steps));
+  std::vector<double> own = pitches(glyphs, height);
+  if (!own.empty()) {
+    const double pitch = std::max(1.0, median(own));
     if (pitch < kWidest * height) return pitch;
   }
   return page_pitch > 0.6 * height && page_pitch < kWidest * height ? page_pitch : height;
