@@ -110,10 +110,12 @@ double pitch_of(const std::vector<Glyph>& glyphs, const Line& line, double page_
   return page_pitch > 0.6 * height && page_pitch < kWidest * height ? page_pitch : height;
 }
 
-// A gap of more than a character inside Han text (a tabulator, a column) ends the run.
+// A gap of more than a character inside Han text (a tabulator, a column) ends the run. Boxes may be
+// narrower than what they hold, and much of a punctuation mark's square is empty.
 bool continues(const Run& run, const Glyph& glyph, double pitch) {
   if (glyph.blank_before || glyph.wide != run.wide) return false;
-  return !run.wide || glyph.box.left - run.right < pitch;
+  const double widest = run.glyphs.back().solid && glyph.solid ? 1.25 : 1.5;
+  return !run.wide || glyph.box.left - run.right < widest * pitch;
 }
 
 // Glyphs of the font: an em for whatever GBK holds in two bytes, half an em for the rest.

@@ -125,6 +125,15 @@ TEST(AdvanceCells, AWideGapInHanTextStaysAGap) {
   EXPECT_EQ(cells[2].left, 400);
 }
 
+TEST(AdvanceCells, TheEmptyPartOfAPunctuationMarkIsNoGap) {
+  Word run = word(U"b，而且", 0, 30);
+  run.characters[1].box = {34, 32, 36, 40};
+  run.characters[2].box = {67, 10, 83, 40};
+  const auto cells = advance_cells(line({run}));
+  ASSERT_EQ(cells.size(), 4U);
+  for (std::size_t i = 2; i < cells.size(); ++i) EXPECT_EQ(cells[i].left, cells[i - 1].right);
+}
+
 TEST(AdvanceCells, ALigatureIsOneCellForEachLetter) {
   EXPECT_EQ(codes(advance_cells(line({word(U"oﬃce", 0, 24)}))), U"office");
 }
