@@ -7,6 +7,7 @@
 #include <FreeImage.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -28,15 +29,16 @@ constexpr int kRounds = 5;
 constexpr int kResolution = 200;
 constexpr double kMostRatio = 1.15;
 
-// Rows of strokes as wide and as far apart as those of print.
+// Lines of strokes in words of ten, with margins: as much to encode as a page of print.
 FIBITMAP* scanned_page() {
   FIBITMAP* const page = FreeImage_Allocate(1653, 2338, 24, 0, 0, 0);
   ofd::stamp_resolution(page, kResolution);
   for (unsigned y = 0; y < FreeImage_GetHeight(page); ++y) {
     BYTE* const row = FreeImage_GetScanLine(page, static_cast<int>(y));
-    for (unsigned x = 0; x < 3 * FreeImage_GetWidth(page); ++x) {
-      const bool ink = y % 48 < 24 && x / 9 % 7 != 0 && (x / 9 * 31 + y / 6 * 17) % 5 < 2;
-      row[x] = ink ? 40 : 250;
+    for (unsigned x = 0; x < FreeImage_GetWidth(page); ++x) {
+      const bool line = y > 200 && y < 2138 && y % 48 < 24 && x > 150 && x < 1503;
+      const bool ink = line && x / 8 % 10 != 0 && (x / 4 * 31 + y / 8 * 17) % 5 < 2;
+      std::fill_n(row + 3 * x, 3, static_cast<BYTE>(ink ? 40 : 250));
     }
   }
   return page;
