@@ -52,6 +52,7 @@ OrderedJson page_json(const PageOutcome& page) {
   json["seconds"] = rounded(page.seconds);
   json["worker_memory_kib"] = page.memory_kib;
   if (page.resumed) json["resumed"] = true;
+  if (page.has_own_text) json["has_own_text"] = true;
   return json;
 }
 
@@ -69,6 +70,7 @@ OrderedJson document_json(const DocumentOutcome& document) {
   add_name(json, "name", document.name);
   json["state"] = state_name(document.state);
   if (!document.cause.empty()) json["cause"] = shown_name(document.cause).text;
+  if (!document.notice.empty()) json["notice"] = document.notice;
   json["page_count"] = document.page_count;
   json["failed_pages"] = failed;
   json["seconds"] = rounded(document.seconds);

@@ -232,7 +232,7 @@ void DocumentRun::load_records() {
     const std::optional<PageRecord> record = read_page_record(record_path(number));
     if (record && record->page == number) {
       page_done({number, record->failure, record->warning, record->seconds, record->memory_kib,
-                 record->is_unreadable, record->has_own_text, true});
+                 true, record->is_unreadable, record->has_own_text});
     } else if (!page(number).failure.empty()) {
       record_without_picture(number, page(number).failure);
     } else {
@@ -253,8 +253,8 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
   }
   _given_out.erase(event.number);
   move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
-  page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib,
-             event.is_unreadable, event.has_own_text, false});
+  page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false,
+             event.is_unreadable, event.has_own_text});
   check_pages();
 }
 

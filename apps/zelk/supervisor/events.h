@@ -13,9 +13,9 @@ struct PageOutcome {
   std::string warning;
   double seconds = 0.0;
   long memory_kib = 0;
+  bool resumed = false;        // taken from the journal of an earlier run
   bool is_unreadable = false;  // the page could not even be decoded
   bool has_own_text = false;   // a PDF page that had text already
-  bool resumed = false;        // taken from the journal of an earlier run
 };
 
 enum class DocumentState {
@@ -32,12 +32,12 @@ enum class DocumentState {
 struct DocumentOutcome {
   std::string name;  // any bytes
   DocumentState state = DocumentState::kDelivered;
-  std::string notice;    // what the user should know although all is well; mostly empty
   std::string cause;     // empty when all is well
   int page_count = 0;    // pages of the document, wanted or not
   double seconds = 0.0;  // from its first job to its delivery
   std::vector<std::string> outputs;
   std::vector<PageOutcome> pages;
+  std::string notice;  // what the user should know although all is well; mostly empty
 };
 
 struct RunTotals {

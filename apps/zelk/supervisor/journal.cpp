@@ -48,7 +48,7 @@ DocumentOutcome from_json(const Json& json) {
   for (const Json& output : json.at("outputs")) outcome.outputs.push_back(output.at(0));
   for (const Json& page : json.at("pages")) {
     outcome.pages.push_back(
-        {page.at(0), page.at(1), page.at(2), page.at(3), page.at(4), page.at(5), page.at(6), true});
+        {page.at(0), page.at(1), page.at(2), page.at(3), page.at(4), true, page.at(5), page.at(6)});
   }
   return outcome;
 }
