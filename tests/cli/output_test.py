@@ -114,7 +114,7 @@ class Output(ProgramTest):
         wrapper = ["sh", "-c", 'ulimit -f 0; trap "" XFSZ; exec "$@"', "sh"]
         self.file("out.txt", b"old")
         self.assert_not_written(self.run_program("-o", self.out, self.page, wrapper=wrapper),
-                                "File too large")
+                                f"{self.folder}/.zelk-journal")
         self.assertEqual(self.out.read_bytes(), b"old")
         self.assertEqual(self.names(), ["out.txt", "page.bmp"])
 

@@ -101,7 +101,7 @@ std::optional<Job> DocumentRun::next_opening() {
 }
 
 std::optional<Job> DocumentRun::next_pages(int window) {
-  Job job{Job::Kind::kPages, this, 0, {}, false, ""};
+  Job job{Job::Kind::kPages, this, 0, {}, false, "", 0};
   if (!_pending.empty()) {
     job.source = page(_pending.front()).source;
     while (!_pending.empty() && job.pages.size() < static_cast<std::size_t>(window) &&
@@ -120,7 +120,8 @@ std::optional<Job> DocumentRun::next_pages(int window) {
     return {};
   }
   job.source = page(job.pages.front()).source;
-  _given_out.insert(job.pages.begin(), job.pages.end());
+  job.id = ++_last_job;
+  for (const int number : job.pages) _holders[number] = job.id;
   return job;
 }
 
@@ -243,7 +244,7 @@ void DocumentRun::load_records() {
 
 void DocumentRun::handle_page(const Job& job, const PageFinished& event,
                               const std::string& scratch) {
-  if (!_given_out.contains(event.number)) return;  // not a page of this job
+  if (!holds(job, event.number)) return;  // not a page of this job
   const bool is_final =
       event.failure.empty() || event.is_unreadable || job.kind == Job::Kind::kPicture ||
       (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
@@ -251,7 +252,7 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
     handle_fault(job, event.number, event.failure);
     return;
   }
-  _given_out.erase(event.number);
+  _holders.erase(event.number);
   move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
   page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false,
              event.is_unreadable, event.has_own_text});
@@ -261,7 +262,7 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
 // A worker that says a job is done has answered for all of it, or it is at fault.
 void DocumentRun::handle_end(const Job& job) {
   const auto left = std::find_if(job.pages.begin(), job.pages.end(),
-                                 [&](int number) { return _given_out.contains(number); });
+                                 [&](int number) { return holds(job, number); });
   if (left != job.pages.end()) handle_fault(job, *left, "the worker gave no result");
   if (job.kind == Job::Kind::kOpen && _stage == Stage::kOpening && !_sources[job.source].opened) {
     handle_fault(job, 0, "the worker gave no answer");
@@ -282,20 +283,27 @@ void DocumentRun::handle_fault(const Job& job, int number, const std::string& ca
     return;
   }
   give_back(job, number);
-  if (number > 0 && _given_out.erase(number) > 0) fail_page(job, number, cause);
+  if (number > 0 && _holders.erase(number) > 0) fail_page(job, number, cause);
   check_pages();
+}
+
+bool DocumentRun::holds(const Job& job, int page) const {
+  const auto holder = _holders.find(page);
+  return holder != _holders.end() && holder->second == job.id;
 }
 
 // The pages of a window behind the one that failed wait again, before all others. Without a page
 // to blame the first one left is it.
 void DocumentRun::give_back(const Job& job, int& number) {
-  if (number == 0 || !_given_out.contains(number)) {
+  if (!holds(job, number)) {
     const auto left = std::find_if(job.pages.begin(), job.pages.end(),
-                                   [&](int candidate) { return _given_out.contains(candidate); });
+                                   [&](int candidate) { return holds(job, candidate); });
     number = left == job.pages.end() ? 0 : *left;
   }
   for (auto page = job.pages.rbegin(); page != job.pages.rend(); ++page) {
-    if (*page != number && _given_out.erase(*page) > 0) _pending.push_front(*page);
+    if (*page == number || !holds(job, *page)) continue;
+    _holders.erase(*page);
+    _pending.push_front(*page);
   }
 }
 

@@ -7,7 +7,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -28,6 +27,7 @@ struct Job {
   std::vector<int> pages;  // numbers in the document
   bool wants_fresh_worker = false;
   std::string failure;  // of a kPicture: what befell the page
+  int id = 0;           // of those with pages: tells who has which page
 };
 
 // One document on its way from its files to its outputs: which jobs there are, what became of them.
@@ -106,6 +106,7 @@ class DocumentRun {
   void handle_end(const Job& job);
   void open_pages();
   void load_records();
+  bool holds(const Job& job, int page) const;
   void give_back(const Job& job, int& number);
   void fail_page(const Job& job, int number, const std::string& cause);
   void record_without_picture(int number, const std::string& cause);
@@ -129,7 +130,8 @@ class DocumentRun {
   std::deque<int> _pending;
   std::deque<int> _retries;
   std::deque<int> _pictures;
-  std::set<int> _given_out;  // pages in the hands of workers
+  std::map<int, int> _holders;  // page in the hands of a worker, the job that it belongs to
+  int _last_job = 0;
   std::map<int, PageOutcome> _page_outcomes;
   int _assembly_attempts = 0;
   bool _assembly_given_out = false;

@@ -37,7 +37,7 @@ struct DocumentOutcome {
   double seconds = 0.0;  // from its first job to its delivery
   std::vector<std::string> outputs;
   std::vector<PageOutcome> pages;
-  std::string notice;  // what the user should know although all is well; mostly empty
+  std::string notice = {};  // what the user should know although all is well; mostly empty
 };
 
 struct RunTotals {

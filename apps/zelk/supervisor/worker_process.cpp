@@ -15,6 +15,7 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <sstream>
 #include <system_error>
 
 #include "worker/worker.h"
@@ -135,8 +136,8 @@ void WorkerProcess::watch(std::vector<pollfd>& watched) const {
 std::vector<Event> WorkerProcess::exchange() {
   std::vector<Event> events;
   send_pending();
-  receive_log();
   receive(events);
+  receive_log();  // after the events, so that what was printed before them has been read as well
   return events;
 }
 
@@ -207,11 +208,12 @@ std::string WorkerProcess::cause_of_end(int memory_limit_mib) {
 }
 
 std::string WorkerProcess::last_words() const {
-  const std::size_t end = _log_tail.find_last_not_of("\r\n \t");
-  if (end == std::string::npos) return "";
-  const std::size_t before = _log_tail.find_last_of("\r\n", end);
-  const std::size_t begin = before == std::string::npos ? 0 : before + 1;
-  return _log_tail.substr(begin, end + 1 - begin);
+  std::string words;
+  std::istringstream lines(_log_tail);
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.empty()) words += (words.empty() ? "" : "; ") + line;
+  }
+  return words;
 }
 
 }  // namespace cli

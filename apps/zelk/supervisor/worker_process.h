@@ -45,7 +45,7 @@ class WorkerProcess {
   // Why a worker that has ended did so, in words; waits for the end. `memory_limit_mib` tells an
   // end for lack of memory from others.
   std::string cause_of_end(int memory_limit_mib);
-  // The last line that the worker or its engine printed; may be empty.
+  // What the worker and its engine printed last, its lines joined by "; "; may be empty.
   std::string last_words() const;
   // The worker's peak of resident memory; known after its end.
   long peak_memory_kib() const { return _peak_memory_kib; }
