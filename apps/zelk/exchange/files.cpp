@@ -96,8 +96,13 @@ class Sha256 {
 
 void write_file(const std::string& path, std::string_view bytes) {
   Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
-  write_all(file.number(), bytes, path);
-  file.finish(path);
+  try {
+    write_all(file.number(), bytes, path);
+    file.finish(path);
+  } catch (const std::system_error&) {
+    unlink(path.c_str());
+    throw;
+  }
 }
 
 std::optional<std::string> read_file(const std::string& path) {
