@@ -3,6 +3,8 @@
 #   LIBDIR/libzelk.so*                     the library
 #   LIBDIR/zelk/engine/libQVEngine.so      the default engine
 #   BINDIR/zelk                            the command line
+#   MANDIR/man1/zelk.1                     its manual page
+#   DATADIR/bash-completion/completions/   what bash completes for it
 #   INCLUDEDIR/zelk/                       zelkAPI.h, zelk_export.h, engine/qv_engine.h
 #   LIBDIR/cmake/zelk, LIBDIR/pkgconfig    for find_package(zelk) and pkg-config zelk
 # Everything is found relative to everything else, so that the prefix can be renamed.
@@ -15,12 +17,15 @@ install(TARGETS zelk EXPORT zelkTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBD
 install(FILES src/api/zelkAPI.h src/api/zelk_export.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR})
 install(FILES src/engine/qv_engine.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR}/engine)
 install(FILES README.md CHANGELOG.md SECURITY.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL PATTERN zelk.1 EXCLUDE)
 
 if(TARGET zelk_cli)
-  file(RELATIVE_PATH bin_to_lib ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-  set_target_properties(zelk_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+  set_target_properties(zelk_cli PROPERTIES
+    INSTALL_RPATH "${PDFium_LIBRARY_DIR};${PDFlib_LIBRARY_DIR}")
   install(TARGETS zelk_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES docs/zelk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES packaging/bash-completion/zelk
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 endif()
 
 install(EXPORT zelkTargets NAMESPACE zelk:: DESTINATION ${ZELK_INSTALL_CMAKEDIR})

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "engine_location.h"
 
-#include <dlfcn.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -20,19 +19,20 @@ constexpr size_t kLongestDirectory = 241;
 
 }  // namespace
 
-std::string loaded_from(const char* symbol) {
-  Dl_info info = {};
-  void* address = dlsym(RTLD_DEFAULT, symbol);
-  if (address == nullptr || dladdr(address, &info) == 0) return "";
+std::string program_file() {
   std::error_code error;
-  const std::filesystem::path file = std::filesystem::canonical(info.dli_fname, error);
-  return error ? info.dli_fname : file.string();
+  return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
 std::string engine_directory(const std::string& asked_for) {
   if (!asked_for.empty()) return asked_for.back() == '/' ? asked_for : asked_for + "/";
-  const std::filesystem::path library = loaded_from("zelk_init_engine");
-  return (library.parent_path() / "zelk/engine/").string();
+  const std::filesystem::path folder = std::filesystem::path(program_file()).parent_path();
+  // The library folder as installed, then as built.
+  for (const char* libraries : {ZELK_LIBRARIES_FROM_PROGRAM, "../lib"}) {
+    const std::filesystem::path engine = (folder / libraries / "zelk/engine/").lexically_normal();
+    if (access((engine / kEngineFile).c_str(), F_OK) == 0) return engine.string();
+  }
+  return (folder / ZELK_LIBRARIES_FROM_PROGRAM / "zelk/engine/").lexically_normal().string();
 }
 
 std::string missing_engine_reason(const std::string& directory) {

@@ -6,13 +6,12 @@
 
 namespace cli {
 
-// Path of the file from which the object that holds `symbol` was loaded, links resolved; empty when
-// no loaded object has it.
-std::string loaded_from(const char* symbol);
+// Path of the running program, links resolved.
+std::string program_file();
 
-// The directory of the engine, ending in "/": the one asked for, else zelk/engine/ beside the
-// loaded libzelk.so, which is right in a build folder and in an installation, wherever it was moved
-// to.
+// The directory of the engine, ending in "/": the one asked for, else zelk/engine/ in the library
+// folder that belongs to the program's, in a build folder and in an installation, wherever it was
+// moved to.
 std::string engine_directory(const std::string& asked_for);
 
 // Why there is no engine to start in the directory; empty when there is one.

@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-// The command line: recognises files one after another through the C interface of libzelk.so.
+// The command line: a supervisor that hands documents to workers, which are this program again.
 #include <fmt/format.h>
+#include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <memory>
+#include <string_view>
 #include <system_error>
 
-#include "document.h"
+#include "console/run_listeners.h"
 #include "engine_location.h"
 #include "languages.h"
-#include "options.h"
-#include "output.h"
+#include "options/inputs.h"
+#include "options/options.h"
+#include "supervisor/output.h"
+#include "supervisor/supervisor.h"
 #include "versions.h"
-#include "zelkAPI.h"
+#include "worker/worker.h"
 
 namespace {
 
@@ -29,57 +31,35 @@ void complain(const std::string& text) {
   std::fputs(("zelk: " + text + "\n").c_str(), stderr);
 }
 
-std::unique_ptr<Output> open_output(const Options& options, int results) {
-  if (options.output.empty() || options.output == "-") return std::make_unique<Output>(results);
-  return std::make_unique<Output>(options.output);
-}
-
-ExitCode show(const std::string& text, int results) {
-  Output output(results);
-  output.write(text);
-  output.finish();
+ExitCode show(const std::string& text, Output& results) {
+  results.write(text);
+  results.finish();
   return cli::kAllDone;
 }
 
-ExitCode recognize_files(const Options& options, const std::string& engine_dir, int results) {
-  const auto is_output = [&](const std::string& file) {
-    return cli::same_file(file, options.output) || cli::same_file(file, options.pdf);
-  };
-  const auto overwritten = std::find_if(options.files.begin(), options.files.end(), is_output);
-  if (overwritten != options.files.end()) {
-    complain(fmt::format("{} is an input, it cannot be the output too", *overwritten));
+ExitCode recognize(const Options& options, const std::string& engine_dir, Output& results) {
+  cli::Inputs inputs = cli::find_inputs(options);
+  if (!inputs.mistake.empty()) {
+    complain(inputs.mistake);
     return cli::kUsage;
   }
-
-  // Before anything takes time: an output that cannot be made, an engine that is not there.
-  const std::unique_ptr<Output> output = open_output(options, results);
   const std::string missing = cli::missing_engine_reason(engine_dir);
-  if (!missing.empty() || zelk_init_engine(engine_dir.c_str()) != 0) {
-    complain("no engine: " +
-             (missing.empty() ? engine_dir + cli::kEngineFile + " did not start" : missing));
+  if (!missing.empty()) {
+    complain("no engine: " + missing);
     return cli::kNoEngine;
   }
-
-  cli::silence_decoders();
-  ExitCode exit_code = cli::kAllDone;
-  for (const std::string& file : options.files) {
-    const cli::Shortfall shortfall = cli::recognize_file(file, options, *output);
-    if (!shortfall.input.empty()) {
-      complain(file + ": " + shortfall.input);
-      exit_code = cli::kSomeInputsUnreadable;
-    }
-    if (!shortfall.pdf.empty()) {
-      complain(
-          fmt::format("{}: the searchable PDF was not written: {}", options.pdf, shortfall.pdf));
-      exit_code = cli::kOutputFailed;
-    }
-  }
-  output->finish();
-  zelk_uninit_engine();
-  return exit_code;
+  cli::RunListeners listeners(options, isatty(results.descriptor()) == 1);
+  std::string complaint;
+  const ExitCode code =
+      cli::run_documents(options, engine_dir, std::move(inputs), results, listeners, complaint);
+  if (!complaint.empty()) complain(complaint);
+  results.finish();
+  if (listeners.report_failure().empty()) return code;
+  complain("cannot write the report: " + listeners.report_failure());
+  return code == cli::kInterrupted ? code : cli::kOutputFailed;
 }
 
-ExitCode run(const Options& options, int results) {
+ExitCode run(const Options& options, Output& results) {
   if (options.language) setenv("QV_LANGUAGES", options.language->c_str(), 1);
   const std::string engine_dir = cli::engine_directory(options.engine_dir);
   if (options.version) return show(cli::version_text(engine_dir), results);
@@ -90,18 +70,22 @@ ExitCode run(const Options& options, int results) {
     complain(reason);
     return cli::kNoEngine;
   }
-  return recognize_files(options, engine_dir, results);
+  return recognize(options, engine_dir, results);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int results = cli::claim_standard_output();
+  if (argc == 4 && std::string_view(argv[1]) == cli::kWorkerArgument) {
+    return cli::run_worker(std::atoi(argv[2]), std::atoi(argv[3]));
+  }
+  Output results(cli::claim_standard_output());
   // A reader that has gone and a file that may not grow are write errors like any other.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   try {
-    const cli::ParsedOptions parsed = cli::parse_options(argc, argv);
+    const cli::ParsedOptions parsed =
+        cli::parse_options(argc, argv, isatty(results.descriptor()) == 1);
     if (parsed.options) return run(*parsed.options, results);
     if (parsed.exit_code == cli::kAllDone) return show(parsed.message, results);
     complain(parsed.message);

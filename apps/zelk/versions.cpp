@@ -12,6 +12,13 @@
 namespace cli {
 namespace {
 
+// The file from which the object that holds a symbol was loaded; empty when there is none.
+std::string loaded_from(const char* symbol) {
+  Dl_info info = {};
+  void* const address = dlsym(RTLD_DEFAULT, symbol);
+  return address == nullptr || dladdr(address, &info) == 0 ? "" : info.dli_fname;
+}
+
 using VersionFunction = const char* (*)();
 using AllocatedVersionFunction = char* (*)();
 
@@ -48,7 +55,7 @@ std::string engine_versions(const std::string& directory) {
 
 std::string version_text(const std::string& engine_dir) {
   const auto free_image = find<VersionFunction>(RTLD_DEFAULT, "FreeImage_GetVersion");
-  return "zelk " ZELK_VERSION "\n" + line("library", loaded_from("zelk_init_engine")) +
+  return "zelk " ZELK_VERSION "\n" + line("program", program_file()) +
          line("FreeImage", free_image == nullptr ? "" : free_image()) +
          line("PDFium", loaded_from("FPDF_InitLibrary")) + engine_versions(engine_dir);
 }

@@ -79,19 +79,43 @@ void add_steps(const std::vector<Glyph>& glyphs, std::vector<double>& steps) {
   }
 }
 
-// The pitch of the line's Han characters: its own, else that of the page if it fits the line.
-double pitch_of(const std::vector<Glyph>& glyphs, const Line& line, double page_pitch) {
-  std::vector<double> steps;
-  add_steps(glyphs, steps);
-  if (!steps.empty()) return std::max(1.0, median(steps));
-  const double height = std::max(1, line.box.bottom - line.box.top);
-  return page_pitch > 0.6 * height && page_pitch < 2.5 * height ? page_pitch : height;
+// What any two Han characters of a run tell of its pitch. The farther apart they are, the less the
+// uncertainty of their boxes matters.
+std::vector<double> pitches(const std::vector<Glyph>& glyphs, double widest_gap) {
+  constexpr std::size_t kFarthest = 50;
+  std::vector<double> result;
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    if (!glyphs[i].solid) continue;
+    const std::size_t end = std::min(glyphs.size(), i + kFarthest);
+    for (std::size_t j = i + 1; j < end; ++j) {
+      const Glyph& other = glyphs[j];
+      const int gap = other.box.left - glyphs[j - 1].box.right;
+      if (!other.wide || other.blank_before || gap > widest_gap) break;
+      const double distance = other.centre() - glyphs[i].centre();
+      if (other.solid && distance > 0) result.push_back(distance / static_cast<double>(j - i));
+    }
+  }
+  return result;
 }
 
-// A gap of more than a character inside Han text (a tabulator, a column) ends the run.
+// The pitch of the line's Han characters: its own, else that of the page, if it fits the line.
+double pitch_of(const std::vector<Glyph>& glyphs, const Line& line, double page_pitch) {
+  constexpr double kWidest = 2.5;  // line heights
+  const double height = std::max(1, line.box.bottom - line.box.top);
+  std::vector<double> own = pitches(glyphs, height);
+  if (!own.empty()) {
+    const double pitch = std::max(1.0, median(own));
+    if (pitch < kWidest * height) return pitch;
+  }
+  return page_pitch > 0.6 * height && page_pitch < kWidest * height ? page_pitch : height;
+}
+
+// A gap of more than a character inside Han text (a tabulator, a column) ends the run. Boxes may be
+// narrower than what they hold, and much of a punctuation mark's square is empty.
 bool continues(const Run& run, const Glyph& glyph, double pitch) {
   if (glyph.blank_before || glyph.wide != run.wide) return false;
-  return !run.wide || glyph.box.left - run.right < pitch;
+  const double widest = run.glyphs.back().solid && glyph.solid ? 1.25 : 1.5;
+  return !run.wide || glyph.box.left - run.right < widest * pitch;
 }
 
 // Glyphs of the font: an em for whatever GBK holds in two bytes, half an em for the rest.
@@ -137,6 +161,38 @@ void align_wide_runs(std::vector<Run>& runs, double pitch) {
   }
 }
 
+// Where the next run begins at the earliest, so that every character has a place of its own before
+// it: behind half of the last square, or a quarter of the letters' usual width.
+double least_end(const Run& run, double pitch) {
+  return run.wide ? run.right - pitch / 2 : run.left + run.half_ems * pitch / 8;
+}
+
+bool is_loose(const Run& run) {
+  return !run.wide ||
+         std::none_of(run.glyphs.begin(), run.glyphs.end(), [](const Glyph& g) { return g.solid; });
+}
+
+// Boxes of punctuation may lie anywhere, even beyond those of the next characters, whereas readers
+// of a PDF take the characters of a line from left to right. A run too late for the next one is
+// moved back as far as the one before allows; then the next one gives way.
+void keep_order(std::vector<Run>& runs, double pitch) {
+  double end_before = 0;
+  for (std::size_t i = 1; i < runs.size(); ++i) {
+    Run& a = runs[i - 1];
+    Run& b = runs[i];
+    const double shortage = least_end(a, pitch) - b.left;
+    if (shortage > 0) {
+      const double back = is_loose(a) ? std::clamp(a.left - end_before, 0.0, shortage) : 0.0;
+      const double on = shortage - back;
+      a.left -= back;
+      a.right -= back;
+      b.left += on;
+      b.right = b.wide ? b.right + on : std::max(b.right, b.left + 1);
+    }
+    end_before = a.right;
+  }
+}
+
 // Moves the Latin side of each seam to the edge of the Han side, if that leaves the Latin run at
 // least half of its width and no more than a Han character wider.
 void close_seams(std::vector<Run>& runs, double pitch) {
@@ -169,7 +225,7 @@ double near_em(double size, double em) {
 }
 
 // They also take a blank for one by its width, so a word leaves that much of the way to the next.
-constexpr double kLeastBlank = 0.15;  // ems
+constexpr double kLeastBlank = 0.2;  // ems
 
 // The size at which a Latin run is set: its letters share its width, as far as the line allows.
 double latin_size(const Run& run, const Run* next, double em) {
@@ -177,6 +233,21 @@ double latin_size(const Run& run, const Run* next, double em) {
   if (next == nullptr) return size;
   const double end = next->left - (next->blank_before ? kLeastBlank * em : 0);
   return std::max(1.0, std::min(size, 2 * (end - run.left) / run.half_ems));
+}
+
+// The bottom of the line, but for what hangs far below most of its characters: drawings beside the
+// text are read as characters of several lines' height.
+int bottom_of(const std::vector<Glyph>& glyphs, const Line& line, double em) {
+  std::vector<double> bottoms;
+  for (const Glyph& glyph : glyphs) bottoms.push_back(glyph.box.bottom);
+  if (bottoms.empty()) return line.box.bottom;
+  const double lowest = median(bottoms) + em / 2;
+  if (line.box.bottom <= lowest) return line.box.bottom;
+  int bottom = 0;
+  for (const Glyph& glyph : glyphs) {
+    if (glyph.box.bottom <= lowest) bottom = std::max(bottom, glyph.box.bottom);
+  }
+  return bottom;
 }
 
 std::uint16_t code_unit(char32_t code) {
@@ -211,10 +282,11 @@ std::vector<OCR_CHAR> horizontal_cells(const Line& line, double page_pitch) {
   const double pitch = pitch_of(glyphs, line, page_pitch);
   std::vector<Run> runs = runs_of(glyphs, pitch);
   align_wide_runs(runs, pitch);
+  const double em = em_of(runs, pitch);
+  keep_order(runs, em);
   close_seams(runs, pitch);
 
-  const double em = em_of(runs, pitch);
-  const int bottom = line.box.bottom;
+  const int bottom = bottom_of(glyphs, line, em);
   std::vector<OCR_CHAR> cells;
   double end = 0;
   for (std::size_t i = 0; i < runs.size(); ++i) {

@@ -26,14 +26,21 @@ StartResult Engine::start(const std::string& engine_dir) {
 ImageCode Engine::set_image(const Raster& raster) {
   forget_results();
   image_.reset();
-  if (!is_acceptable(raster)) return ImageCode::kRefused;
+  if (is_too_large(raster.width, raster.height)) return ImageCode::kTooLarge;
+  if (!is_well_formed(raster)) return ImageCode::kRefused;
   image_ = to_pix(raster);
   return image_ ? ImageCode::kAccepted : ImageCode::kUnexpected;
 }
 
 ImageCode Engine::load_image(const char* path) {
   forget_results();
-  image_ = path != nullptr ? read_pix(path) : nullptr;
+  image_.reset();
+  int width = 0;
+  int height = 0;
+  if (path == nullptr || !read_size(path, width, height)) return ImageCode::kRefused;
+  // Told before anything is decoded: a small file can declare a picture of any size.
+  if (is_too_large(width, height)) return ImageCode::kTooLarge;
+  image_ = read_pix(path);
   return image_ ? ImageCode::kAccepted : ImageCode::kRefused;
 }
 

@@ -17,8 +17,9 @@ namespace tesseract_engine {
 enum class ImageCode : int {
   kAccepted = 0,
   kNotStarted = 1,
-  kRefused = 2,     // null, empty or malformed raster, a side beyond 32,767 pixels, unreadable file
+  kRefused = 2,     // null, empty or malformed raster, unreadable file
   kUnexpected = 3,  // memory ran out
+  kTooLarge = 4,    // a side beyond 32,767 pixels, or more than 200 million pixels
 };
 
 // What qv_recognize returns.

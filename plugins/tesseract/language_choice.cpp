@@ -75,6 +75,7 @@ bool is_clear(const Letters& letters) {
 std::vector<Box> sample_lines(const std::vector<Box>& lines, std::size_t count, int heights) {
   const auto width = [](const Box& box) { return box.right - box.left; };
   std::vector<int> widths;
+  widths.reserve(lines.size());
   for (const Box& line : lines) widths.push_back(width(line));
   if (widths.empty()) return {};
   std::sort(widths.begin(), widths.end());

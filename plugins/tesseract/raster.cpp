@@ -8,10 +8,6 @@
 namespace tesseract_engine {
 namespace {
 
-bool is_size_readable(std::int64_t width, std::int64_t height) {
-  return width > 0 && height > 0 && width <= kLongestSide && height <= kLongestSide;
-}
-
 // Brightness of a pixel given as blue, green, red, in the weights of ITU-R BT.601.
 inline std::uint32_t brightness(const unsigned char* bgr) {
   return (bgr[0] * 29U + bgr[1] * 150U + bgr[2] * 77U + 128U) >> 8;
@@ -42,8 +38,12 @@ std::int64_t used_bytes(const Raster& raster) {
 
 }  // namespace
 
-bool is_acceptable(const Raster& raster) {
-  if (raster.rows == nullptr || !is_size_readable(raster.width, raster.height)) return false;
+bool is_too_large(std::int64_t width, std::int64_t height) {
+  return width > kLongestSide || height > kLongestSide || width * height > kMostPixels;
+}
+
+bool is_well_formed(const Raster& raster) {
+  if (raster.rows == nullptr || raster.width <= 0 || raster.height <= 0) return false;
   if (raster.bits != 1 && raster.bits != 8 && raster.bits != 24) return false;
   return raster.line_bytes >= used_bytes(raster);
 }
@@ -64,9 +64,13 @@ PixPtr to_pix(const Raster& raster) {
   return pix;
 }
 
+bool read_size(const char* path, int& width, int& height) {
+  return pixReadHeader(path, nullptr, &width, &height, nullptr, nullptr, nullptr) == 0;
+}
+
 PixPtr read_pix(const char* path) {
   PixPtr file(pixRead(path));
-  if (!file || !is_size_readable(pixGetWidth(file.get()), pixGetHeight(file.get()))) return {};
+  if (!file) return {};
   if (pixGetDepth(file.get()) == 1 && pixGetColormap(file.get()) == nullptr) return file;
   return PixPtr(pixConvertTo8(file.get(), 0));
 }

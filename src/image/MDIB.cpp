@@ -28,7 +28,8 @@ std::size_t sizeOf(const MDIB& dib) {
 }
 
 int copyPixels(const MDIB& from, MDIB& to) {
-  if (!to.Init(from.m_nWidth, from.m_nHeight, from.m_nBitCount, from.m_nResolutionX)) return 0;
+  if (!to.InitUncleared(from.m_nWidth, from.m_nHeight, from.m_nBitCount, from.m_nResolutionX))
+    return 0;
   std::memcpy(to.m_lpBuf, from.m_lpBuf, sizeOf(to));
   return 1;
 }
@@ -82,13 +83,16 @@ void MDIB::Unload() {
 }
 
 int MDIB::Init(int nWidth, int nHeight, int nBitCount, int nResolution) {
+  if (!InitUncleared(nWidth, nHeight, nBitCount, nResolution)) return 0;
+  std::memset(m_lpBuf, 0, sizeOf(*this));
+  return 1;
+}
+
+int MDIB::InitUncleared(int nWidth, int nHeight, int nBitCount, int nResolution) {
   // A failed Init leaves a size without pixels, which is nothing to reuse.
   const bool sameSize =
       m_nWidth == nWidth && m_nHeight == nHeight && m_nBitCount == nBitCount && !IsEmpty();
-  if (sameSize) {
-    std::memset(m_lpBuf, 0, sizeOf(*this));
-    return 1;
-  }
+  if (sameSize) return 1;
   Unload();
   m_nWidth = nWidth;
   m_nHeight = nHeight;
@@ -103,7 +107,6 @@ int MDIB::Init(int nWidth, int nHeight, int nBitCount, int nResolution) {
   const auto rowCount = static_cast<std::size_t>(nHeight);
   std::unique_ptr<unsigned char*[]> rows(new (std::nothrow) unsigned char*[rowCount]);
   if (!rows) return 0;
-  std::memset(pixels.get(), 0, sizeOf(*this));
   m_lpBuf = pixels.release();
   m_lpLine = rows.release();
   for (std::size_t row = 0; row < rowCount; ++row) {

@@ -33,6 +33,9 @@ class MDIB {
   // of bytes, memory) the raster is empty, but the size and bit count asked for are stored.
   int Init(int nWidth, int nHeight, int nBitCount, int nResolution);
 
+  // The same without the zeros, for a caller who writes every byte, the padding of rows too.
+  int InitUncleared(int nWidth, int nHeight, int nBitCount, int nResolution);
+
   // Becomes a copy of the source, as by the copy constructor. This raster is released first:
   // copying a raster onto itself leaves it empty and returns 0, as does an empty source.
   int Copy(MDIB* srcImg);

@@ -14,6 +14,7 @@
 
 // What a PDF* points at: the caller's jump buffer, the last error, and the open document.
 struct PDF_s {
+  // cppcheck-suppress uninitMemberVar ; setjmp fills the buffer
   PDF_s(PDF_errorhandler errorhandler, PDF_freeproc freeproc, void* opaque_pointer) noexcept
       : handler(errorhandler), release(freeproc), opaque(opaque_pointer) {}
 

@@ -21,7 +21,8 @@ bool is_trail(unsigned byte) {
 }
 
 iconv_t open_converter(const char* encoding) {
-  const iconv_t converter = iconv_open("UTF-16BE", encoding);
+  iconv_t converter = iconv_open("UTF-16BE", encoding);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how iconv tells a failure.
   if (converter == reinterpret_cast<iconv_t>(-1)) {
     throw Error(ErrorNumber::kInternal, std::string("the system does not convert ") + encoding);
   }

@@ -51,7 +51,7 @@ void read_frame(int marker, std::string_view body, JpegHeader& header) {
 }
 
 void read_density(std::string_view body, JpegHeader& header) {
-  if (body.size() < 12 || body.substr(0, 5) != std::string_view("JFIF", 5)) return;
+  if (body.size() < 12 || body.substr(0, 5) != std::string_view("JFIF\0", 5)) return;
   const int unit = byte_at(body, 7);
   const int x = word_at(body, 8);
   const int y = word_at(body, 10);

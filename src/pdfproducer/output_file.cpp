@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 constexpr int kMostLinks = 40;           // as many as the kernel follows
 constexpr int kMostTemporaries = 10000;  // left behind in one folder by killed runs
 

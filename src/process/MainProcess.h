@@ -22,6 +22,7 @@ namespace ofd {
 // so far, and the bitmap of the page at hand stays allocated.
 class MainProcess {
  public:
+  // cppcheck-suppress uninitMemberVar ; _page_num is zero in static storage
   MainProcess() = default;
   // Deletes the writer without closing its document and the reader without free_image, and leaves
   // the engine running: stopping it is the host's decision.

@@ -11,12 +11,16 @@
 
 namespace ofd {
 
-void stamp_resolution(FIBITMAP* dib, int dots_per_inch) {
+unsigned dots_per_meter(int dots_per_inch) {
   const double dots = dots_per_inch * 1000.0 / 25.4;
   int meter_x = dots < 0 ? INT_MIN : INT_MAX;
   if (dots > INT_MIN && dots < INT_MAX) meter_x = static_cast<int>(dots);
-  FreeImage_SetDotsPerMeterX(dib, static_cast<unsigned>(meter_x));
-  FreeImage_SetDotsPerMeterY(dib, static_cast<unsigned>(meter_x));
+  return static_cast<unsigned>(meter_x);
+}
+
+void stamp_resolution(FIBITMAP* dib, int dots_per_inch) {
+  FreeImage_SetDotsPerMeterX(dib, dots_per_meter(dots_per_inch));
+  FreeImage_SetDotsPerMeterY(dib, dots_per_meter(dots_per_inch));
 }
 
 bool page_to_raster(FIBITMAP* dib, zelk::MDIB& image) {
@@ -26,15 +30,18 @@ bool page_to_raster(FIBITMAP* dib, zelk::MDIB& image) {
   const unsigned char* const bits = FreeImage_GetBits(dib);
   if (bits == nullptr || FreeImage_GetBPP(dib) != 24) return false;
   if (image_width > INT_MAX || image_height > INT_MAX) return false;
-  const int made = image.Init(static_cast<int>(image_width), static_cast<int>(image_height), 24,
-                              kEngineResolution);
+  // Clearing a page first would cost as much again as copying it.
+  const int made = image.InitUncleared(static_cast<int>(image_width),
+                                       static_cast<int>(image_height), 24, kEngineResolution);
   if (made != 1) return false;
   const std::size_t row_bytes = std::size_t{3} * image_width;
-  zelk::copy_rows_flipped(image.m_lpBuf, static_cast<std::size_t>(image.m_nLineLength), bits,
-                          FreeImage_GetPitch(dib), image_height,
-                          [row_bytes](unsigned char* destination, const unsigned char* source) {
-                            std::memcpy(destination, source, row_bytes);
-                          });
+  const auto pitch = static_cast<std::size_t>(image.m_nLineLength);
+  zelk::copy_rows_flipped(
+      image.m_lpBuf, pitch, bits, FreeImage_GetPitch(dib), image_height,
+      [row_bytes, pitch](unsigned char* destination, const unsigned char* source) {
+        std::memcpy(destination, source, row_bytes);
+        std::memset(destination + row_bytes, 0, pitch - row_bytes);
+      });
   return true;
 }
 

@@ -8,8 +8,11 @@ struct FIBITMAP;
 
 namespace ofd {
 
-// Writes a resolution into both axes of a page bitmap, as dots per metre truncated to a whole
-// number (200 dots per inch are 7874). Resolutions beyond an int saturate.
+// A page bitmap's dots per metre, truncated to a whole number (200 dots per inch are 7874).
+// Resolutions beyond an int saturate.
+unsigned dots_per_meter(int dots_per_inch);
+
+// Writes a resolution into both axes of a page bitmap.
 void stamp_resolution(FIBITMAP* dib, int dots_per_inch);
 
 // Copies a 24-bit page bitmap into the raster that the engine is handed: 24 bits a pixel, bytes

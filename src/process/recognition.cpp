@@ -50,12 +50,13 @@ int MainProcess::recognize_document() {
   // After free_image_document the page count outlives the reader.
   if (_page_num < 1 || _reader == nullptr) return kNothingToRecognize;
   const bool double_flag = start_writing();
+  basereader& reader = *_reader;
   for (int i = 0; i < _page_num; ++i) {
-    FIBITMAP* const dib = _reader->get_cur_image(i);
+    FIBITMAP* const dib = reader.get_cur_image(i);
     if (dib == nullptr) continue;
     recognize_page(dib, double_flag);
     // The bitmap just unloaded was the reader's own when it reads single images.
-    if (auto* const single = dynamic_cast<imgreader*>(_reader)) single->forget_image();
+    if (auto* const single = dynamic_cast<imgreader*>(&reader)) single->forget_image();
   }
   // Also when the document could not be started or has no page: the writer decides what that means.
   if (!_double_document_file_name.empty() && _writer != nullptr) _writer->close_document();

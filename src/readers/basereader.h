@@ -15,6 +15,7 @@ struct FIBITMAP;
 // members that need no destructor.
 class basereader {
  public:
+  // cppcheck-suppress uninitMemberVar ; _resulotion is never read
   basereader() = default;
   ~basereader() = default;
   basereader(const basereader&) = delete;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The functions of PDFium's public C interface that the PDF reader calls. Debian packages the
-// library without its headers, so they are declared here, for pdfiumreader.cpp and nobody else.
+// The functions of PDFium's public C interface that reading PDFs takes. Debian packages the
+// library without its headers, so they are declared here, for the sources named pdf* beside this
+// file and nobody else.
 #ifndef ZELK_READERS_PDFIUM_API_H
 #define ZELK_READERS_PDFIUM_API_H
 
@@ -27,8 +28,29 @@ void FPDF_ClosePage(FPDF_PAGE page);
 double FPDF_GetPageWidth(FPDF_PAGE page);   // points, after rotation and cropping
 double FPDF_GetPageHeight(FPDF_PAGE page);  // points, after rotation and cropping
 
+// The same size as of the loaded page, for a page that need not be loaded. False without one.
+int FPDF_GetPageSizeByIndex(FPDF_DOCUMENT document, int page_index, double* width, double* height);
+// Where a point of the page lies in a bitmap that the page is rendered into: pixels, top row first.
+int FPDF_PageToDevice(FPDF_PAGE page, int start_x, int start_y, int size_x, int size_y, int rotate,
+                      double page_x, double page_y, int* device_x, int* device_y);
+
+// Characters in reading order, with blanks and line ends that PDFium makes up of their places.
 FPDF_TEXTPAGE FPDFText_LoadPage(FPDF_PAGE page);
 void FPDFText_ClosePage(FPDF_TEXTPAGE text_page);
+int FPDFText_CountChars(FPDF_TEXTPAGE text_page);  // negative on failure
+unsigned FPDFText_GetUnicode(FPDF_TEXTPAGE text_page, int index);
+// Points of the page: where the pen stands, the box of the ink, the box of the advance from the
+// font's descent to its ascent.
+int FPDFText_GetCharOrigin(FPDF_TEXTPAGE text_page, int index, double* x, double* y);
+int FPDFText_GetCharBox(FPDF_TEXTPAGE text_page, int index, double* left, double* right,
+                        double* bottom, double* top);
+struct FS_RECTF {
+  float left;
+  float top;
+  float right;
+  float bottom;
+};
+int FPDFText_GetLooseCharBox(FPDF_TEXTPAGE text_page, int index, FS_RECTF* box);
 
 // Four bytes a pixel (blue, green, red, alpha), the top row first.
 FPDF_BITMAP FPDFBitmap_Create(int width, int height, int alpha);

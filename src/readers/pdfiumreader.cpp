@@ -5,34 +5,22 @@
 
 #include <climits>
 #include <cstddef>
-#include <memory>
 
 #include "image/pixel_rows.h"
-#include "readers/pdfium_api.h"
+#include "readers/pdf_handles.h"
 
 namespace {
 
 constexpr double kPointsPerInch = 72.0;
 constexpr unsigned long kWhite = 0xFFFFFFFF;
 
-template <auto Release>
-struct Releaser {
-  template <class Handle>
-  void operator()(Handle* handle) const {
-    Release(handle);
-  }
-};
-using Page = std::unique_ptr<fpdf_page_t__, Releaser<FPDF_ClosePage>>;
-using TextPage = std::unique_ptr<fpdf_textpage_t__, Releaser<FPDFText_ClosePage>>;
-using Bitmap = std::unique_ptr<fpdf_bitmap_t__, Releaser<FPDFBitmap_Destroy>>;
-
 // Truncates a size in pixels. 0 for one that no bitmap can have.
 int whole_pixels(double size) {
   return size >= 1.0 && size <= INT_MAX ? static_cast<int>(size) : 0;
 }
 
-Bitmap render(FPDF_PAGE page, int width, int height) {
-  Bitmap bitmap(FPDFBitmap_Create(width, height, 1));
+pdf::Bitmap render(FPDF_PAGE page, int width, int height) {
+  pdf::Bitmap bitmap(FPDFBitmap_Create(width, height, 1));
   if (bitmap == nullptr) return nullptr;
   FPDFBitmap_FillRect(bitmap.get(), 0, 0, width, height, kWhite);
   FPDF_RenderPageBitmap(bitmap.get(), page, 0, 0, width, height, 0, FPDF_PRINTING);
@@ -52,6 +40,7 @@ FIBITMAP* copy_without_alpha(FPDF_BITMAP bitmap, int width, int height) {
 
 }  // namespace
 
+// cppcheck-suppress uninitMemberVar ; load_image sets the resolution
 pdfiumreader::pdfiumreader() {
   FPDF_InitLibrary();
 }
@@ -73,16 +62,16 @@ int pdfiumreader::load_image(const char* pdf_filename, int resolution) {
 
 FIBITMAP* pdfiumreader::get_cur_image(int id) {
   if (id < 0 || id >= _page_num) return nullptr;
-  const Page page(FPDF_LoadPage(_pdf_doc, id));
+  const pdf::Page page(FPDF_LoadPage(_pdf_doc, id));
   if (page == nullptr) return nullptr;
   const double width = FPDF_GetPageWidth(page.get());
   const double height = FPDF_GetPageHeight(page.get());
-  const TextPage text_page(FPDFText_LoadPage(page.get()));
+  const pdf::TextPage text_page(FPDFText_LoadPage(page.get()));
   const double resolution = _pdf_resolution;
   const int image_width = whole_pixels(width * resolution / kPointsPerInch);
   const int image_height = whole_pixels(resolution * height / kPointsPerInch);
   if (image_width == 0 || image_height == 0) return nullptr;
-  const Bitmap bitmap = render(page.get(), image_width, image_height);
+  const pdf::Bitmap bitmap = render(page.get(), image_width, image_height);
   if (bitmap == nullptr) return nullptr;
   return copy_without_alpha(bitmap.get(), image_width, image_height);
 }

@@ -59,6 +59,7 @@ PDFlib::Exception::Exception(std::string errmsg, int errnum, std::string apiname
 // are nested because setjmp may only stand in a comparison that is the whole condition.
 [[gnu::noinline]] void PDFlib::protect(void (*invoke)(void*), void* call) {
   if (p != nullptr) {
+    // NOLINTNEXTLINE(cert-err52-cpp): the library's interface leaves no other way.
     if (setjmp(jump_buffer(pdf_jbuf(p))) == 0) invoke(call);
   }
   if (pdf_catch(p) == 0) return;

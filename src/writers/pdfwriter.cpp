@@ -11,19 +11,19 @@
 #include <string>
 
 #include "text/StringFormat.h"
+#include "writers/page_jpeg.h"
 
 namespace {
 
 struct FreeMemory {
   void operator()(void* memory) const { std::free(memory); }
-  void operator()(FIMEMORY* stream) const { FreeImage_CloseMemory(stream); }
 };
 
 // Points to the pixel. Resolutions are whole dots per inch, rounded down: 300 read back from whole
 // dots per metre are 299, which text and image of older documents agree on. Without a resolution a
 // pixel is a point.
-double points_per_pixel(FIBITMAP* dib) {
-  const double dots_per_inch = FreeImage_GetDotsPerMeterY(dib) * 25.4 / 1000.0;
+double points_per_pixel(unsigned dots_per_meter) {
+  const double dots_per_inch = dots_per_meter * 25.4 / 1000.0;
   const int imageDpi = static_cast<int>(dots_per_inch);
   return imageDpi > 0 ? 72.0 / imageDpi : 1.0;
 }
@@ -64,6 +64,7 @@ std::string gbk_text(std::uint16_t code) {
 
 }  // namespace
 
+// cppcheck-suppress uninitMemberVar ; add_page sets the font
 pdfwriter::pdfwriter() : _pdflib(nullptr, nullptr, nullptr, nullptr) {}
 
 int pdfwriter::create_document(const char* double_pdf_filename) {
@@ -78,16 +79,38 @@ int pdfwriter::creat_pdf_file(const char* filepath) {
 }
 
 int pdfwriter::add_page(FIBITMAP* dib, const std::vector<OCR_CHAR>& char_info, bool) {
-  const int imgHeight = static_cast<int>(FreeImage_GetHeight(dib));
-  const double scale = points_per_pixel(dib);
+  PagePicture picture;
+  picture.width = static_cast<int>(FreeImage_GetWidth(dib));
+  picture.height = static_cast<int>(FreeImage_GetHeight(dib));
+  picture.dots_per_meter = FreeImage_GetDotsPerMeterY(dib);
+  const int ret = begin_page(char_info, picture);
+  if (ret != 0) return ret;
+  // A bitmap that cannot become a JPEG leaves no bytes: the library judges that.
+  picture.jpeg = encode_page_jpeg(dib);
+  return place_picture(picture);
+}
+
+int pdfwriter::add_encoded_page(const PagePicture& picture,
+                                const std::vector<OCR_CHAR>& char_info) {
+  const int ret = begin_page(char_info, picture);
+  return ret != 0 ? ret : place_picture(picture);
+}
+
+void pdfwriter::add_blank_page(double width, double height) {
+  _pdflib.begin_page_ext(width, height, "");
+  _pdflib.end_page_ext("");
+}
+
+// Starts a page with its text.
+int pdfwriter::begin_page(const std::vector<OCR_CHAR>& char_info, const PagePicture& picture) {
   // The first font of a document has handle 0 and keeps it; any other handle is a failure.
   _m_rt_font = _pdflib.load_font("STSong-Light", "GB-EUC-H", "");
   if (_m_rt_font != 0) return -1;
   // A page without a size: it takes that of the image.
   _pdflib.begin_page_ext(0.0, 0.0, "");
   _pdflib.setcolor("fill", "rgb", 0.0, 0.0, 0.0, 0.0);
-  show_characters(char_info, imgHeight, scale);
-  return place_image(dib);
+  show_characters(char_info, picture.height, points_per_pixel(picture.dots_per_meter));
+  return 0;
 }
 
 void pdfwriter::show_characters(const std::vector<OCR_CHAR>& char_info, int imgHeight,
@@ -101,18 +124,11 @@ void pdfwriter::show_characters(const std::vector<OCR_CHAR>& char_info, int imgH
 }
 
 // Covers the text with the page's picture and ends the page.
-int pdfwriter::place_image(FIBITMAP* dib) {
-  std::unique_ptr<FIMEMORY, FreeMemory> hmem(FreeImage_OpenMemory(nullptr, 0));
-  // A bitmap that cannot become a JPEG leaves the stream empty: the library judges that.
-  FreeImage_SaveToMemory(FIF_JPEG, dib, hmem.get(), 0);
-  BYTE* mem_buffer = nullptr;
-  DWORD size_in_bytes = 0;
-  FreeImage_AcquireMemory(hmem.get(), &mem_buffer, &size_in_bytes);
-  const int dib_width = static_cast<int>(FreeImage_GetWidth(dib));
-  const int dib_height = static_cast<int>(FreeImage_GetHeight(dib));
-  const int nImage = _pdflib.open_image("jpeg", "memory", reinterpret_cast<const char*>(mem_buffer),
-                                        size_in_bytes, dib_width, dib_height, 3, 8, "");
-  hmem.reset();
+int pdfwriter::place_picture(const PagePicture& picture) {
+  const char* const bytes = picture.jpeg.empty() ? nullptr : picture.jpeg.data();
+  const int nImage =
+      _pdflib.open_image("jpeg", "memory", bytes, static_cast<long>(picture.jpeg.size()),
+                         picture.width, picture.height, 3, 8, "");
   // The only open image of a document has handle 0.
   if (nImage != 0) return -3;
   _pdflib.fit_image(0, 0.0, 0.0, "adjustpage");

@@ -2,8 +2,19 @@
 #ifndef ZELK_WRITERS_PDFWRITER_H
 #define ZELK_WRITERS_PDFWRITER_H
 
+#include <string>
+#include <vector>
+
 #include "writers/basewriter.h"
 #include "writers/pdflib.h"
+
+// A page's picture as encode_page_jpeg (writers/page_jpeg.h) made it of a bitmap.
+struct PagePicture {
+  std::string jpeg;
+  int width = 0;                // pixels
+  int height = 0;               // pixels
+  unsigned dots_per_meter = 0;  // the bitmap's, vertically; 0 when it has none
+};
 
 // Writes searchable PDFs: on every page the recognised characters are drawn first, as black text,
 // and the page image is placed over them, so that the page looks like the scan and can be searched
@@ -28,6 +39,14 @@ class pdfwriter : public basewriter {
   // has: the page then stays open, and the library answers later calls as it sees fit.
   int add_page(FIBITMAP* dib, const std::vector<OCR_CHAR>& char_info, bool dpi_flag) override;
 
+  // Adds the page that add_page makes of the picture's bitmap, without a bitmap: the same calls,
+  // the same results. The JPEG's bytes are placed unchanged.
+  int add_encoded_page(const PagePicture& picture, const std::vector<OCR_CHAR>& char_info);
+
+  // Adds an empty page of a size in points, both sides above 0. A page that add_page or
+  // add_encoded_page left open goes.
+  void add_blank_page(double width, double height);
+
   // Finishes the document.
   void close_document() override;
 
@@ -38,8 +57,9 @@ class pdfwriter : public basewriter {
   int _m_rt_font;  // set by every add_page before it is read
 
  private:
+  int begin_page(const std::vector<OCR_CHAR>& char_info, const PagePicture& picture);
   void show_characters(const std::vector<OCR_CHAR>& char_info, int imgHeight, double scale);
-  int place_image(FIBITMAP* dib);
+  int place_picture(const PagePicture& picture);
 };
 
 #endif  // ZELK_WRITERS_PDFWRITER_H

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Searchable PDFs through the shared library, as a host in C would make them: whatever becomes of
-// the output, the text is there and nothing is thrown that such a host could not survive.
+// the output, the text is there, and what is thrown passes through frames of C.
 #include <sys/resource.h>
 #include <csignal>
 
@@ -8,6 +8,8 @@
 #include "support/Documents.h"
 #include "support/ScriptedEngine.h"
 #include "writers/pdflib.h"
+
+extern "C" int recognize_from_c(int* begun);
 
 namespace {
 
@@ -29,6 +31,17 @@ class SearchablePdf : public testing::Test {
   void load(const std::string& name) {
     ASSERT_GT(zelk_load_image_document(folder.path(name).c_str(), 200), 0);
     ASSERT_TRUE(zelk_set_double_document_filename(output.c_str()));
+  }
+  // The message of the error that recognition ends with.
+  static std::string error_of_recognition() {
+    int begun = 0;
+    try {
+      recognize_from_c(&begun);
+    } catch (const PDFlib::Exception& error) {
+      EXPECT_EQ(begun, 1);
+      return error.get_errmsg();
+    }
+    return "no error";
   }
   std::size_t files_beside_output() const {
     const auto entries = std::filesystem::directory_iterator(folder.path("out"));
@@ -97,6 +110,7 @@ TEST_F(SearchablePdf, PageTooHighForAJpegIsLeftOutAndTheRestSurvives) {
   load("high.tif");
   EXPECT_EQ(zelk_recognize(), 0);
   EXPECT_STREQ(zelk_get_ocr_string(), "onetwothree");
+  zelk_free_image_document();
   EXPECT_EQ(zelk_load_image_document(output.c_str(), 72), 2);
 }
 
@@ -108,17 +122,29 @@ TEST_F(SearchablePdf, FullDiskIsAnErrorThatNamesTheFileAndLeavesTheOldOne) {
   getrlimit(RLIMIT_FSIZE, &usual);
   const rlimit full{100, usual.rlim_max};
   setrlimit(RLIMIT_FSIZE, &full);
-  std::string message;
-  try {
-    zelk_recognize();
-  } catch (const PDFlib::Exception& error) {
-    message = error.get_errmsg();
-  }
+  const std::string message = error_of_recognition();
   setrlimit(RLIMIT_FSIZE, &usual);
   std::signal(SIGXFSZ, SIG_DFL);
   EXPECT_NE(message.find(output), std::string::npos) << message;
   zelk_free_image_document();
   EXPECT_EQ(read_file(output), "old");
+  EXPECT_EQ(files_beside_output(), 1U);
+}
+
+TEST_F(SearchablePdf, FolderThatVanishesMeanwhileIsAnErrorAndTheNextDocumentIsWritten) {
+  load("two.tif");
+  fake.script->lines_num = [this] {
+    std::filesystem::remove_all(folder.path("out"));
+    return 0;
+  };
+  const std::string message = error_of_recognition();
+  EXPECT_EQ(message, "cannot write '" + output + "': No such file or directory");
+  EXPECT_STREQ(zelk_get_ocr_string(), "onetwo") << "the text is not lost";
+  fake.script->lines_num = nullptr;
+  std::filesystem::create_directory(folder.path("out"));
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_STREQ(zelk_get_ocr_string(), "threefour");
+  EXPECT_EQ(zelk_load_image_document(output.c_str(), 72), 2);
   EXPECT_EQ(files_beside_output(), 1U);
 }
 

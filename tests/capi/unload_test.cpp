@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "support/Documents.h"
+#include "support/LeaksByContract.h"
 #include "support/ScriptedEngine.h"
 
 namespace {
@@ -30,7 +31,9 @@ class LoadedLibrary {
   Function* get(const char* name) const {
     return reinterpret_cast<Function*>(dlsym(_handle, name));
   }
+  // The document stays open when the library is unloaded or the process ends.
   void load(const std::string& document) const {
+    const LeaksByContract open_document;
     if (get<int(const char*, int)>("zelk_load_image_document")(document.c_str(), 72) < 1) _exit(2);
   }
   void start(const std::string& directory) const {

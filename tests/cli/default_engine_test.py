@@ -5,6 +5,7 @@ import json
 import os
 import pathlib
 import re
+import subprocess
 import unicodedata
 import unittest
 
@@ -42,6 +43,19 @@ class DefaultEngine(ProgramTest):
         self.assertIn("市场部提出", letters(text))
         self.assertIn("Do not fold the sheets", text)
         self.assertLess(text.index("会议纪要"), text.index("MEMORANDUM"))
+
+    def test_phrases_of_a_searchable_pdf_are_found_on_their_pages(self):
+        out = self.folder / "out.pdf"
+        self.recognize("--pdf", out, DATA / "scan.pdf")
+
+        def pages_with(phrase):
+            found = subprocess.run(["pdfgrep", "--page-number", "--fixed-strings", phrase, out],
+                                   capture_output=True, check=False, text=True)
+            return [int(line.split(":")[0]) for line in found.stdout.splitlines()]
+
+        self.assertEqual(pages_with("技术部关于新系统试运行情况的汇报"), [1])
+        self.assertEqual(pages_with("printed sheets"), [2])
+        self.assertEqual(pages_with("no such phrase"), [])
 
     def test_one_language_can_be_asked_for(self):
         self.assertIn("quick brown dog", self.recognize("--lang", "eng", DATA / "english.tif"))

@@ -39,6 +39,18 @@ def pdf(*page_sizes):
     return text.encode("ascii")
 
 
+def workers_in(folder):
+    """Process numbers of those that run in a folder or below."""
+    found = []
+    for process in pathlib.Path("/proc").iterdir():
+        try:
+            if process.name.isdigit() and os.readlink(process / "cwd").startswith(str(folder)):
+                found.append(int(process.name))
+        except OSError:
+            pass  # it has ended, or is another user's
+    return found
+
+
 class ProgramTest(unittest.TestCase):
     """A folder of its own for each test, and the program with the describing stand-in engine."""
 
@@ -48,6 +60,9 @@ class ProgramTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
+        scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(scratch.cleanup)
+        self.scratch = pathlib.Path(scratch.name)
 
     def file(self, name, content):
         path = self.folder / name
@@ -61,8 +76,13 @@ class ProgramTest(unittest.TestCase):
         chosen = [] if engine is None else ["--engine", engine]
         return [*wrapper, PROGRAM, *chosen, *arguments]
 
-    def run_program(self, *arguments, engine=ENGINE, wrapper=(), fake="", **options):
-        environment = {**os.environ, "FAKE_ENGINE": fake}
+    def environment(self, fake="", faults=""):
+        """What the stand-in engine is told to do."""
+        return {**os.environ, "FAKE_ENGINE": fake, "FAKE_FAULTS": faults,
+                "FAKE_FOLDER": str(self.folder), "TMPDIR": str(self.scratch)}
+
+    def run_program(self, *arguments, engine=ENGINE, wrapper=(), fake="", faults="", **options):
+        environment = self.environment(fake, faults)
         options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "timeout": 240, **options}
         return subprocess.run(self.command(*arguments, engine=engine, wrapper=wrapper),
                               env=environment, check=False, **options)
@@ -72,6 +92,12 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(result.returncode, code, result.stderr)
         if output is not None:
             self.assertEqual(result.stdout, output)
+
+    def assert_nothing_is_left(self):
+        """Neither unfinished files nor workers."""
+        self.assertEqual(os.listdir(self.scratch), [])
+        self.assertEqual([name for name in self.names() if name.startswith(".zelk")], [])
+        self.assertEqual(workers_in(self.folder) + workers_in(self.scratch), [])
 
     def assert_complains(self, result, *texts):
         """Each text is part of a line on standard error that starts with the program's name."""

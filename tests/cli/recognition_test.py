@@ -21,9 +21,14 @@ class Text(ProgramTest):
                            b"72x36 default\n36x72 default\n72x72 default\n")
 
     def test_what_the_engine_prints_goes_to_standard_error(self):
-        result = self.run_program(self.file("a.bmp", bmp(40, 20)))
+        result = self.run_program("--verbose", self.file("a.bmp", bmp(40, 20)))
         self.assert_result(result, 0, b"40x20 default\n")
         self.assertEqual(result.stderr.count(b"chatter: "), 3)
+
+    def test_what_the_engine_prints_is_for_those_who_ask(self):
+        result = self.run_program(self.file("a.bmp", bmp(40, 20)))
+        self.assert_result(result, 0, b"40x20 default\n")
+        self.assertEqual(result.stderr, b"")
 
     def test_what_a_failing_start_prints_goes_to_standard_error(self):
         result = self.run_program(self.file("a.bmp", bmp(4, 2)), engine=FAKES / "refusing")
@@ -75,20 +80,24 @@ class Json(ProgramTest):
         self.assert_result(result, 0)
         self.assertEqual(json.loads(result.stdout)["pages"], [None])
 
-    def test_a_file_name_that_is_not_utf8_is_told_with_replacement_characters(self):
+    def test_a_file_name_that_is_not_utf8_is_told_escaped(self):
         page = self.folder / os.fsdecode(b"scan-\xff\xfe.bmp")
         page.write_bytes(bmp(4, 2))
         result = self.run_program("--format", "json", page)
         self.assert_result(result, 0)
-        self.assertEqual(json.loads(result.stdout)["file"], f"{self.folder}/scan-\ufffd\ufffd.bmp")
+        told = json.loads(result.stdout)
+        self.assertEqual(told["file"], f"{self.folder}/scan-\\xFF\\xFE.bmp")
+        self.assertTrue(told["file_is_escaped"])
 
-    def test_pages_that_were_lost_have_no_entry(self):
+    def test_pages_that_were_lost_are_null(self):
         document = DATA / "hostile/missing-page-object.pdf"
         result = self.run_program("--format", "json", document)
-        self.assert_result(result, 2)
-        self.assert_complains(result, "1 of 3 pages could not be read")
+        self.assert_result(result, 5)
         told = json.loads(result.stdout)
-        self.assertEqual((told["page_count"], len(told["pages"])), (3, 2))
+        self.assertEqual((told["page_count"], len(told["pages"])), (3, 3))
+        self.assertIsNone(told["pages"][1])
+        self.assertEqual(told["failed_pages"],
+                         [{"page": 2, "cause": "the page is damaged or has no area"}])
 
 
 class Engine(ProgramTest):

@@ -5,8 +5,12 @@
 //   no-json       there is no JSON
 //   failing       no page can be recognised
 //   slow          recognition takes a minute
+//   crash-at-start
+//   steady        recognition takes a tenth of a second
+// FAKE_FAULTS (faults.h) does worse.
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -14,6 +18,7 @@
 #include <string>
 
 #include "engine/qv_engine.h"
+#include "fakes/faults.h"
 
 namespace {
 
@@ -37,7 +42,9 @@ const char* languages() {
 extern "C" {
 
 int qv_init_engine(const char*) {
+  if (asked_to_be("crash-at-start")) raise(SIGSEGV);
   std::printf("chatter: started\n");
+  std::fflush(stdout);
   return 0;
 }
 
@@ -59,17 +66,20 @@ int qv_recognize() {
   std::printf("chatter: recognising\n");
   text[0] = '\0';
   if (asked_to_be("slow")) sleep(60);
+  if (asked_to_be("steady")) usleep(100000);
   if (asked_to_be("failing")) return 1;
+  if (const int code = commit_faults(page_width)) return code;
   std::snprintf(text, sizeof text, "%dx%d %s\n", page_width, page_height, languages());
   return 0;
 }
 
 int qv_get_lines_num() {
-  return 0;
+  return has_fault("absurd", page_width) ? 2000000000 : 0;
 }
 
-bool qv_get_line_info_ex(int, OCR_CHAR*, int&) {
-  return false;
+bool qv_get_line_info_ex(int, OCR_CHAR*, int& char_num) {
+  if (has_fault("absurd", page_width)) char_num = 2000000000;
+  return has_fault("absurd", page_width);
 }
 
 bool qv_save_ocrfile(const char*) {
@@ -88,6 +98,10 @@ const wchar_t* qv_get_result_unicode() {
 int qv_get_result_json(char* json_buffer, int bufferlen) {
   if (asked_to_be("no-json")) return 1;
   const auto capacity = static_cast<size_t>(bufferlen);
+  if (has_fault("endless", page_width)) {
+    std::memset(json_buffer, 'x', capacity);
+    return 0;
+  }
   if (asked_to_be("broken-json")) return std::snprintf(json_buffer, capacity, "{\"width\":");
   return std::snprintf(json_buffer, capacity,
                        "{\n \"width\": %d,\n \"height\": %d,\n \"languages\": \"%s\"\n}\n",

@@ -66,6 +66,17 @@ TEST(MDIB, StartsEmptyAt300DotsPerInch) {
   expectResolutions(dib, 300, 300);
 }
 
+TEST(MDIB, InitUnclearedKeepsThePixelsOfTheSameSizeAndFailsAsInitDoes) {
+  MDIB dib;
+  make(dib, 5, 4, 8);
+  const Bytes before = contents(dib);
+  EXPECT_EQ(dib.InitUncleared(5, 4, 8, 150), 1);
+  EXPECT_EQ(contents(dib), before);
+  expectResolutions(dib, 300, 300);
+  EXPECT_EQ(dib.InitUncleared(5, 4, 32, 300), 0);
+  EXPECT_TRUE(dib.IsEmpty());
+}
+
 TEST(MDIB, RowsArePaddedToFourBytes) {
   const struct {
     int width, bitCount, lineLength;

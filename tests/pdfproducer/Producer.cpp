@@ -54,6 +54,18 @@ std::vector<std::string> characters_of(const std::string& utf8) {
   return characters;
 }
 
+std::string encoded(FIBITMAP* dib) {
+  FIMEMORY* const memory = FreeImage_OpenMemory(nullptr, 0);
+  FreeImage_SaveToMemory(FIF_JPEG, dib, memory, 0);
+  BYTE* bytes = nullptr;
+  DWORD size = 0;
+  FreeImage_AcquireMemory(memory, &bytes, &size);
+  std::string jpeg(reinterpret_cast<const char*>(bytes), size);
+  FreeImage_CloseMemory(memory);
+  FreeImage_Unload(dib);
+  return jpeg;
+}
+
 std::string make_jpeg(unsigned width, unsigned height, unsigned dots_per_inch, bool grey) {
   FIBITMAP* dib = make_bitmap(width, height);
   if (grey) {
@@ -64,13 +76,5 @@ std::string make_jpeg(unsigned width, unsigned height, unsigned dots_per_inch, b
   const auto dots_per_metre = static_cast<unsigned>(std::lround(dots_per_inch / 0.0254));
   FreeImage_SetDotsPerMeterX(dib, dots_per_metre);
   FreeImage_SetDotsPerMeterY(dib, dots_per_metre);
-  FIMEMORY* const memory = FreeImage_OpenMemory(nullptr, 0);
-  FreeImage_SaveToMemory(FIF_JPEG, dib, memory, 0);
-  BYTE* bytes = nullptr;
-  DWORD size = 0;
-  FreeImage_AcquireMemory(memory, &bytes, &size);
-  std::string jpeg(reinterpret_cast<const char*>(bytes), size);
-  FreeImage_CloseMemory(memory);
-  FreeImage_Unload(dib);
-  return jpeg;
+  return encoded(dib);
 }

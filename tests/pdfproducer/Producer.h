@@ -7,6 +7,8 @@
 
 #include "pdfproducer/pdf_api.h"
 
+struct FIBITMAP;
+
 // A context of the producer, driven as the binding drives it: the buffer is armed before each call
 // and the outcome asked for after it.
 class Producer {
@@ -95,6 +97,8 @@ std::string to_utf8(char32_t code);
 // The characters of UTF-8 text, one string each.
 std::vector<std::string> characters_of(const std::string& utf8);
 
+// The bitmap as FreeImage encodes it as JPEG; the bitmap is unloaded.
+std::string encoded(FIBITMAP* dib);
 // A small JPEG of FreeImage's, 24 bits or grey, whose header gives the density.
 std::string make_jpeg(unsigned width, unsigned height, unsigned dots_per_inch = 72,
                       bool grey = false);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Page images: what is taken, what is read from it, and that it stays as it is.
+#include <FreeImage.h>
 #include <gtest/gtest.h>
+
+#include <array>
 
 #include "pdfproducer/Producer.h"
 #include "pdfproducer/Tools.h"
@@ -184,6 +187,82 @@ TEST_F(PageImage, OfAdobesInksIsInverted) {
   EXPECT_NE(file.find("/ColorSpace /DeviceCMYK /Decode [ 1 0 1 0 1 0 1 0 ]"), std::string::npos);
   write(kStart + frame(0xC0, 9, 9, 4) + kScan);
   EXPECT_EQ(read_file(path).find("/Decode "), std::string::npos);
+}
+
+// Stripes of pure cyan, magenta, yellow and black, 16 pixels wide each, as FreeImage writes CMYK:
+// inverted, with Adobe's marker, which comes first.
+std::string ink_jpeg(bool complement) {
+  FIBITMAP* const dib = FreeImage_Allocate(64, 16, 32, 0, 0, 0);
+  FreeImage_GetICCProfile(dib)->flags |= FIICC_COLOR_IS_CMYK;
+  for (int y = 0; y < 16; ++y) {
+    BYTE* const row = FreeImage_GetScanLine(dib, y);
+    for (int i = 0; i < 4 * 64; ++i) {
+      const bool ink = i % 4 == i / 4 / 16;
+      row[i] = ink != complement ? 255 : 0;
+    }
+  }
+  return encoded(dib);
+}
+
+using Colour = std::array<int, 3>;  // red, green, blue
+
+std::vector<Colour> shown_stripes(const std::string& path) {
+  const std::vector<unsigned char> pixels = pdfium_pixels(path, 64, 16);
+  std::vector<Colour> colours;
+  for (std::size_t stripe = 0; stripe < 4; ++stripe) {
+    const unsigned char* const pixel = &pixels[4 * (8 * 64 + 16 * stripe + 8)];
+    colours.push_back({pixel[2], pixel[1], pixel[0]});
+  }
+  return colours;
+}
+
+void expect_pure_inks(const std::vector<Colour>& stripes) {
+  constexpr int kDark = 110;  // of the printing inks that viewers have in mind, none is pure
+  constexpr int kBright = 130;
+  const bool bright[4][3] = {{false, true, true}, {true, false, true}, {true, true, false}, {}};
+  for (std::size_t stripe = 0; stripe < 4; ++stripe) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      if (bright[stripe][i]) {
+        EXPECT_GT(stripes[stripe][i], kBright) << stripe << " " << i;
+      } else {
+        EXPECT_LT(stripes[stripe][i], kDark) << stripe << " " << i;
+      }
+    }
+  }
+}
+
+TEST_F(PageImage, OfAdobesInksShowsItsColours) {
+  const std::string jpeg = ink_jpeg(false);
+  ASSERT_EQ(jpeg.substr(6, 5), "Adobe");
+  ASSERT_EQ(read_jpeg_header(jpeg).components, 4);
+  write(jpeg);
+  EXPECT_EQ(page_image(path), jpeg);
+  expect_pure_inks(shown_stripes(path));
+}
+
+TEST_F(PageImage, OfInksWithoutAMarkerShowsItsColours) {
+  const std::string jpeg = ink_jpeg(true).erase(2, 16);
+  ASSERT_EQ(jpeg.find("Adobe"), std::string::npos);
+  ASSERT_EQ(read_jpeg_header(jpeg).components, 4);
+  write(jpeg);
+  EXPECT_EQ(page_image(path), jpeg);
+  expect_pure_inks(shown_stripes(path));
+}
+
+TEST_F(PageImage, InGreyShowsItsGrey) {
+  FIBITMAP* const dib = FreeImage_Allocate(64, 16, 8, 0, 0, 0);
+  for (int y = 0; y < 16; ++y) {
+    for (int x = 0; x < 64; ++x) {
+      FreeImage_GetScanLine(dib, y)[x] = static_cast<BYTE>(50 * (x / 16) + 30);
+    }
+  }
+  write(encoded(dib));
+  const std::vector<Colour> stripes = shown_stripes(path);
+  for (std::size_t stripe = 0; stripe < 4; ++stripe) {
+    for (const int value : stripes[stripe]) {
+      EXPECT_NEAR(value, 50 * static_cast<int>(stripe) + 30, 2) << stripe;
+    }
+  }
 }
 
 TEST_F(PageImage, IsCopiedWhenOpened) {

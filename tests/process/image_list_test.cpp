@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "process/MainProcess.h"
+#include "support/LeaksByContract.h"
 #include "support/ScriptedEngine.h"
 #include "support/Stubs.h"
 
@@ -147,7 +148,11 @@ TEST_F(ImageList, PagesGetTheResolutionOfTheLastLoadThatFoundAReader) {
   add("a.png");
   process.recognize();
   EXPECT_EQ(writer.dots_per_meter.at(0), 7874U) << "200 dots per inch before any load";
-  ASSERT_EQ(process.load_image_document(folder.path("b.png").c_str(), 300), 1);
+  {
+    // A picture that is loaded and never recognised.
+    const LeaksByContract picture;
+    ASSERT_EQ(process.load_image_document(folder.path("b.png").c_str(), 300), 1);
+  }
   ASSERT_EQ(process.load_image_document("/nowhere/a.gif", 100), 0);
   add("a.png");
   process.recognize();
@@ -162,7 +167,11 @@ TEST_F(ImageList, ExceptionOfTheWriterPassesToTheHost) {
   name_output();
   writer.throws_on_page = true;
   add("a.png");
-  EXPECT_THROW(process.recognize(), std::runtime_error);
+  {
+    // The bitmap of the page at which the writer throws.
+    const LeaksByContract page_bitmap;
+    EXPECT_THROW(process.recognize(), std::runtime_error);
+  }
   EXPECT_STREQ(process.get_ocr_string(), "1");
 }
 

@@ -3,6 +3,7 @@
 #include "readers/imgreader.h"
 #include "readers/pdfiumreader.h"
 #include "readers/tiffreader.h"
+#include "support/LeaksByContract.h"
 #include "support/ScriptedEngine.h"
 #include "support/Stubs.h"
 
@@ -120,7 +121,11 @@ TEST(MainProcess, ReplacedPdfStaysOpenAndTheNextOneWorks) {
   const ScratchFolder folder;
   write_pdf(folder.path("a.pdf"), {PdfPage(), PdfPage()});
   ofd::MainProcess process{};
-  EXPECT_EQ(process.load_image_document(folder.path("a.pdf").c_str(), 72), 2);
+  {
+    // A document that the next one replaces.
+    const LeaksByContract replaced_document;
+    EXPECT_EQ(process.load_image_document(folder.path("a.pdf").c_str(), 72), 2);
+  }
   EXPECT_EQ(process.load_image_document(folder.path("a.pdf").c_str(), 72), 2);
   FIBITMAP* const page = process._reader->get_cur_image(1);
   EXPECT_NE(page, nullptr);

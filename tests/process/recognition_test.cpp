@@ -3,6 +3,7 @@
 #include <climits>
 
 #include "process/MainProcess.h"
+#include "support/LeaksByContract.h"
 #include "support/ScriptedEngine.h"
 #include "support/Stubs.h"
 
@@ -171,7 +172,11 @@ TEST_F(Recognition, ExceptionOfTheWriterPassesToTheHostWithTheResultsSoFar) {
   name_output();
   writer.throws_on_page = true;
   fake.script->pages = {fake_page("first"), fake_page("second")};
-  EXPECT_THROW(process.recognize(), std::runtime_error);
+  {
+    // The bitmap of the page at which the writer throws.
+    const LeaksByContract page_bitmap;
+    EXPECT_THROW(process.recognize(), std::runtime_error);
+  }
   EXPECT_STREQ(process.get_ocr_string(), "first");
   EXPECT_EQ(process._ocr_array_jsonbuffer.size(), 1U);
   EXPECT_EQ(writer.calls, (std::vector<std::string>{"create out.pdf", "page"}));

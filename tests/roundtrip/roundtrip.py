@@ -60,6 +60,23 @@ def engine_text(page):
     return text
 
 
+def blanks_between_han(text, lines):
+    """Blanks between two Han characters, but for those that stand for the end of one of `lines`."""
+    ends = {before[-1] + after[0] for before, after in zip(lines, lines[1:])}
+    pairs = re.findall(f'([{HAN}])[ \t]+(?=([{HAN}]))', text)
+    return sum(before + after not in ends for before, after in pairs)
+
+
+def gaps_between_han(page):
+    """Gaps of half a character and more that the cells leave: tabulators, columns."""
+    gaps = 0
+    for before, after in zip(page['characters'], page['characters'][1:]):
+        both_han = re.fullmatch(f'[{HAN}]{{2}}', chr(before[0]) + chr(after[0]))
+        same_line = before[4] == after[4]
+        gaps += bool(both_han and same_line and after[1] - before[3] > (before[4] - before[2]) / 2)
+    return gaps
+
+
 def edit_distance(a, b):
     """Levenshtein distance within a band that grows until it holds the answer."""
     start = 0
@@ -188,6 +205,16 @@ class Document:
         texts['pdf.js'] = json.loads(run('node', f'{HERE}/pdfjs_reader.mjs', self.pdf))
         return texts
 
+    def check_blanks(self, number, page, texts):
+        """No blank between Han characters but at gaps; what pdftotext moves does not count."""
+        gaps = gaps_between_han(page)
+        lines = [line for line in engine_text(page).split('\n') if line]
+        for name in ('pdfium', 'pdf.js', 'poppler -raw'):
+            blanks = blanks_between_han(texts[name][number], lines)
+            if blanks > gaps:
+                self.miss(f'page {number + 1}: {name} {blanks} blanks between Han characters, '
+                          f'{gaps} gaps')
+
     def rows(self):
         texts = self.extracted()
         for number, page in enumerate(self.pages):
@@ -199,6 +226,7 @@ class Document:
                 rates[name] = rate(read, expected)
                 if limit is not None and rates[name] > limit:
                     self.miss(f'page {number + 1}: {name} {rates[name]:.2f} %')
+            self.check_blanks(number, page, texts)
             worst, missing = misplaced(page, self.pdfium[number]['characters'])
             if missing:
                 self.miss(f'page {number + 1}: {missing} characters not within a point of place')

@@ -93,7 +93,7 @@ TEST(AdvanceCells, OneBlankSpansTheGapBetweenLatinWords) {
 TEST(AdvanceCells, ABlankGetsRoomWhereBoxesLeaveNone) {
   const auto cells = advance_cells(line({word(U"Version", 0, 10), word(U"2.4", 68, 10, true)}));
   ASSERT_EQ(codes(cells), U"Version 2.4");
-  EXPECT_EQ(width(cells[7]), 3) << "0.15 of the em of the line";
+  EXPECT_EQ(width(cells[7]), 4) << "a fifth of the em of the line";
 }
 
 TEST(AdvanceCells, NoBlankStandsBetweenHanCharacters) {
@@ -123,6 +123,15 @@ TEST(AdvanceCells, AWideGapInHanTextStaysAGap) {
   ASSERT_EQ(codes(cells), U"目录页码");
   EXPECT_EQ(cells[1].right, 60);
   EXPECT_EQ(cells[2].left, 400);
+}
+
+TEST(AdvanceCells, TheEmptyPartOfAPunctuationMarkIsNoGap) {
+  Word run = word(U"b，而且", 0, 30);
+  run.characters[1].box = {34, 32, 36, 40};
+  run.characters[2].box = {67, 10, 83, 40};
+  const auto cells = advance_cells(line({run}));
+  ASSERT_EQ(cells.size(), 4U);
+  for (std::size_t i = 2; i < cells.size(); ++i) EXPECT_EQ(cells[i].left, cells[i - 1].right);
 }
 
 TEST(AdvanceCells, ALigatureIsOneCellForEachLetter) {
@@ -190,6 +199,41 @@ TEST(AdvanceCells, PitchOfThePageServesLinesWithoutOneOfTheirOwn) {
   EXPECT_EQ(height(cells[0]), 33);
   EXPECT_EQ(width(cells[1]), 33);
   EXPECT_EQ(han_pitch({{{}, {line({word(U"一二三", 0, 31)})}}}), 31);
+}
+
+TEST(AdvanceCells, PitchBeyondSenseIsThatOfThePage) {
+  Word far_apart = word(U"之行", 100, 30);
+  far_apart.characters[1].box = {230, 10, 260, 40};
+  const auto cells = advance_cells(line({far_apart}), 33);
+  ASSERT_EQ(cells.size(), 2U);
+  EXPECT_EQ(height(cells[0]), 33);
+  EXPECT_EQ(cells[0].left, 99) << "centred over its character";
+  EXPECT_EQ(cells[1].left, 229);
+}
+
+TEST(AdvanceCells, ADrawingReadAsACharacterDoesNotLowerTheLine) {
+  Line with_drawing = line({word(U"图", 0, 30), word(U"文字在此", 50, 30)});
+  with_drawing.words[0].characters[0].box = with_drawing.words[0].box = {0, 0, 30, 90};
+  with_drawing.box = {0, 0, 170, 90};
+  for (const OCR_CHAR& cell : advance_cells(with_drawing)) EXPECT_EQ(cell.bottom, 40);
+}
+
+TEST(AdvanceCells, CharactersFollowFromLeftToRightWhereverTheirBoxesLie) {
+  // A comma whose box lies within the next square, and one whose box reaches over the next word.
+  Word late = word(U"破损,即便", 0, 30);
+  late.characters[2].box = {95, 30, 97, 40};
+  for (std::size_t i = 3; i < 5; ++i) {
+    late.characters[i].box.left -= 5;
+    late.characters[i].box.right -= 5;
+  }
+  Word broad = word(U"ab，", 0, 14);
+  broad.characters[2].box = {30, 10, 300, 40};
+  for (const auto& cells :
+       {advance_cells(line({late})), advance_cells(line({broad, word(U"Perl", 34, 14)}))}) {
+    for (std::size_t i = 1; i < cells.size(); ++i) {
+      EXPECT_GT(cells[i].left, cells[i - 1].left + 1) << i;
+    }
+  }
 }
 
 }  // namespace

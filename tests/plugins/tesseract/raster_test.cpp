@@ -64,20 +64,29 @@ TEST(Raster, ASetBitIsBlackAndTheHighestBitIsLeftmost) {
   }
 }
 
-TEST(Raster, SizesAndFormatsThatCannotBeReadAreRefused) {
+TEST(Raster, SizesAndFormatsThatCannotBeReadAreMalformed) {
   const unsigned char row[12] = {};
-  EXPECT_TRUE(is_acceptable({row, 4, 1, 24, 12}));
-  EXPECT_FALSE(is_acceptable({nullptr, 4, 1, 24, 12}));
-  EXPECT_FALSE(is_acceptable({row, 0, 1, 24, 12}));
-  EXPECT_FALSE(is_acceptable({row, 4, 0, 24, 12}));
-  EXPECT_FALSE(is_acceptable({row, -4, 1, 24, 12}));
-  EXPECT_FALSE(is_acceptable({row, 4, 1, 24, 11}));
-  EXPECT_FALSE(is_acceptable({row, 4, 1, 24, -12}));
-  EXPECT_FALSE(is_acceptable({row, 4, 1, 32, 16}));
-  EXPECT_FALSE(is_acceptable({row, 4, 1, 0, 12}));
-  EXPECT_FALSE(is_acceptable({row, 32768, 1, 8, 32768}));
-  EXPECT_FALSE(is_acceptable({row, 4, 40000, 24, 12}));
-  EXPECT_FALSE(is_acceptable({row, 2147483647, 2147483647, 24, 2147483647}));
+  EXPECT_TRUE(is_well_formed({row, 4, 1, 24, 12}));
+  EXPECT_FALSE(is_well_formed({nullptr, 4, 1, 24, 12}));
+  EXPECT_FALSE(is_well_formed({row, 0, 1, 24, 12}));
+  EXPECT_FALSE(is_well_formed({row, 4, 0, 24, 12}));
+  EXPECT_FALSE(is_well_formed({row, -4, 1, 24, 12}));
+  EXPECT_FALSE(is_well_formed({row, 4, 1, 24, 11}));
+  EXPECT_FALSE(is_well_formed({row, 4, 1, 24, -12}));
+  EXPECT_FALSE(is_well_formed({row, 4, 1, 32, 16}));
+  EXPECT_FALSE(is_well_formed({row, 4, 1, 0, 12}));
+}
+
+TEST(Raster, LongSidesAndManyPixelsAreTooLarge) {
+  EXPECT_FALSE(is_too_large(32767, 6103)) << "199,977,001 pixels";
+  EXPECT_FALSE(is_too_large(20000, 10000));
+  EXPECT_FALSE(is_too_large(9933, 14043)) << "A0 at 300 dots per inch";
+  EXPECT_FALSE(is_too_large(-4, 1));
+  EXPECT_TRUE(is_too_large(20000, 10001));
+  EXPECT_TRUE(is_too_large(30000, 30000));
+  EXPECT_TRUE(is_too_large(32768, 1));
+  EXPECT_TRUE(is_too_large(4, 40000));
+  EXPECT_TRUE(is_too_large(2147483647, 2147483647));
 }
 
 TEST(Raster, ResolutionIsEstimatedFromThePageSize) {

@@ -146,21 +146,22 @@ TEST_F(DefaultEngineReading, NoiseOfTheLongestShapesIsReadWithoutHarm) {
 TEST_F(DefaultEngineReading, RefusedRastersDropTheImageBefore) {
   const TestRaster good = test_picture(kEnglish);
   const unsigned char* rows = good.rows.data();
-  const auto refused = [&](const unsigned char* buffer, int width, int height, int bits,
+  const auto refused = [&](int code, const unsigned char* buffer, int width, int height, int bits,
                            int bytes) {
     EXPECT_EQ(set_image(engine_, good), 0);
     EXPECT_EQ(engine_.recognize(), 0);
-    EXPECT_NE(engine_.set_image_data(buffer, width, height, bits, bytes, 1), 0);
+    EXPECT_EQ(engine_.set_image_data(buffer, width, height, bits, bytes, 1), code);
     expect_no_results();
     EXPECT_NE(engine_.recognize(), 0);
     expect_no_results();
   };
-  refused(nullptr, good.width, good.height, 24, good.line_bytes);
-  refused(rows, 0, 0, 24, 0);
-  refused(rows, 40000, 1, 1, 5000);
-  refused(rows, 1, 40000, 1, 4);
-  refused(rows, good.width, good.height, 24, good.width);
-  refused(rows, good.width, good.height, 16, good.line_bytes);
+  refused(2, nullptr, good.width, good.height, 24, good.line_bytes);
+  refused(2, rows, 0, 0, 24, 0);
+  refused(4, rows, 40000, 1, 1, 5000);
+  refused(4, rows, 1, 40000, 1, 4);
+  refused(4, rows, 30000, 30000, 1, 3752);
+  refused(2, rows, good.width, good.height, 24, good.width);
+  refused(2, rows, good.width, good.height, 16, good.line_bytes);
 }
 
 TEST_F(DefaultEngineReading, AnImageFileThatCannotBeReadDropsTheImageBefore) {
@@ -169,6 +170,13 @@ TEST_F(DefaultEngineReading, AnImageFileThatCannotBeReadDropsTheImageBefore) {
   EXPECT_NE(engine_.recognize(), 0);
   EXPECT_NE(engine_.load_image_file("/nowhere.png", 0), 0);
   EXPECT_NE(engine_.load_image_file(nullptr, 0), 0);
+  expect_no_results();
+}
+
+TEST_F(DefaultEngineReading, AnImageFileThatIsTooLargeDropsTheImageBefore) {
+  ASSERT_EQ(set_image(engine_, test_picture(kEnglish)), 0);
+  EXPECT_EQ(engine_.load_image_file(ZELK_TEST_DATA "/hostile/bomb-30000x30000-1bit.png", 0), 4);
+  EXPECT_NE(engine_.recognize(), 0);
   expect_no_results();
 }
 

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "exchange/files.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <nettle/sha2.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+namespace cli {
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{1} << 18;
+
+[[noreturn]] void fail(const std::string& path) {
+  throw std::system_error(errno, std::generic_category(), path);
+}
+
+class Descriptor {
+ public:
+  Descriptor(const std::string& path, int flags)
+      : _number(open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+    if (_number < 0) fail(path);
+  }
+  ~Descriptor() {
+    if (_number >= 0) close(_number);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  int number() const { return _number; }
+  void finish(const std::string& path) {
+    const int number = _number;
+    _number = -1;
+    if (close(number) != 0) fail(path);
+  }
+
+ private:
+  int _number;
+};
+
+std::size_t read_some(int descriptor, char* buffer, std::size_t size, const std::string& path) {
+  for (;;) {
+    const ssize_t count = read(descriptor, buffer, size);
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno != EINTR) fail(path);
+  }
+}
+
+void write_all(int descriptor, std::string_view bytes, const std::string& path) {
+  while (!bytes.empty()) {
+    const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) fail(path);
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+// Hands the content to `use`, a block at a time.
+template <typename Use>
+void read_blocks(int descriptor, const std::string& path, Use use) {
+  std::string block(kBlock, '\0');
+  while (const std::size_t count = read_some(descriptor, block.data(), block.size(), path)) {
+    use(std::string_view(block.data(), count));
+  }
+}
+
+void copy_file(const std::string& from, const std::string& to) {
+  const Descriptor source(from, O_RDONLY);
+  spool_to_file(source.number(), to);
+}
+
+class Sha256 {
+ public:
+  Sha256() { sha256_init(&_state); }
+  void add(std::string_view bytes) {
+    sha256_update(&_state, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
+  }
+  std::string hexadecimal() {
+    std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest = {};
+    sha256_digest(&_state, digest.size(), digest.data());
+    std::string text;
+    for (const std::uint8_t byte : digest) text += fmt::format("{:02x}", byte);
+    return text;
+  }
+
+ private:
+  sha256_ctx _state;
+};
+
+}  // namespace
+
+void write_file(const std::string& path, std::string_view bytes) {
+  Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+  try {
+    write_all(file.number(), bytes, path);
+    file.finish(path);
+  } catch (const std::system_error&) {
+    unlink(path.c_str());
+    throw;
+  }
+}
+
+std::optional<std::string> read_file(const std::string& path) {
+  try {
+    const Descriptor file(path, O_RDONLY);
+    std::string bytes;
+    read_blocks(file.number(), path, [&](std::string_view block) { bytes += block; });
+    return bytes;
+  } catch (const std::system_error&) {
+    return {};
+  }
+}
+
+void move_file(const std::string& from, const std::string& to) {
+  if (std::rename(from.c_str(), to.c_str()) == 0) return;
+  if (errno != EXDEV) fail(to);
+  copy_file(from, to);
+  unlink(from.c_str());
+}
+
+void link_or_copy_file(const std::string& from, const std::string& to) {
+  unlink(to.c_str());
+  if (linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), AT_SYMLINK_FOLLOW) == 0) return;
+  copy_file(from, to);  // another file system, or a file that may be read but not linked
+}
+
+void spool_to_file(int descriptor, const std::string& path) {
+  Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+  read_blocks(descriptor, path,
+              [&](std::string_view block) { write_all(file.number(), block, path); });
+  file.finish(path);
+}
+
+std::string digest_of_file(const std::string& path) {
+  const Descriptor file(path, O_RDONLY);
+  Sha256 digest;
+  read_blocks(file.number(), path, [&](std::string_view block) { digest.add(block); });
+  return digest.hexadecimal();
+}
+
+std::string digest_of_text(std::string_view text) {
+  Sha256 digest;
+  digest.add(text);
+  return digest.hexadecimal();
+}
+
+}  // namespace cli

@@ -1,0 +1,393 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "supervisor/document_run.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "exchange/files.h"
+#include "options/page_ranges.h"
+
+namespace cli {
+namespace {
+
+constexpr int kAttempts = 2;  // the second one alone in a fresh worker
+
+std::string output_name(std::size_t target) {
+  return fmt::format("output-{}", target);
+}
+
+std::string own_text_notice(const std::vector<PageOutcome>& pages, bool was_taken) {
+  const auto count = std::count_if(pages.begin(), pages.end(),
+                                   [](const PageOutcome& page) { return page.has_own_text; });
+  if (count == 0) return "";
+  return fmt::format("{} of {} pages {}", count, pages.size(),
+                     was_taken ? "keep the text that they have already"
+                               : "have text already (--skip-text keeps it)");
+}
+
+int take_front(std::deque<int>& pages) {
+  const int page = pages.front();
+  pages.pop_front();
+  return page;
+}
+
+}  // namespace
+
+bool needs_pictures(const InputDocument& input) {
+  return std::any_of(input.targets.begin(), input.targets.end(), [](const auto& target) {
+    return target.format == Format::kPdf || target.format == Format::kHtml;
+  });
+}
+
+DocumentRun::DocumentRun(InputDocument input, int id, const Setting& setting)
+    : _input(std::move(input)),
+      _id(id),
+      _setting(setting),
+      _folder(fmt::format("{}/document-{}", setting.run_folder, id)) {
+  std::filesystem::create_directory(_folder);
+  for (const std::string& file : _input.files)
+    _sources.push_back({file, "", false, false, 0, {}, ""});
+  _outcome.name = _input.name;
+}
+
+bool DocumentRun::wants_pictures() const {
+  return needs_pictures(_input);
+}
+
+std::string DocumentRun::record_path(int page) const {
+  return _folder + "/" + page_record_name(page);
+}
+
+std::string DocumentRun::input_name(std::size_t source) const {
+  return fmt::format("input-{}-{}", _id, source);
+}
+
+std::string DocumentRun::output_path(std::size_t target) const {
+  return fmt::format("{}/document-{}.{}", _setting.run_folder, _id, output_name(target));
+}
+
+// ---- giving out ----
+
+std::optional<Job> DocumentRun::next_job(int window) {
+  switch (_stage) {
+    case Stage::kOpening:
+      return next_opening();
+    case Stage::kRecognizing:
+      return next_pages(window);
+    case Stage::kAssembling:
+      if (_assembly_given_out) return {};
+      _assembly_given_out = true;
+      return Job{Job::Kind::kAssemble, this, 0, {}, _assembly_attempts > 0, ""};
+    case Stage::kAssembled:
+    case Stage::kFinished:
+      break;
+  }
+  return {};
+}
+
+std::optional<Job> DocumentRun::next_opening() {
+  for (std::size_t index = 0; index < _sources.size(); ++index) {
+    Source& source = _sources[index];
+    if (source.given_out || source.opened) continue;
+    source.given_out = true;
+    return Job{Job::Kind::kOpen, this, index, {}, source.attempts > 0, ""};
+  }
+  return {};
+}
+
+std::optional<Job> DocumentRun::next_pages(int window) {
+  Job job{Job::Kind::kPages, this, 0, {}, false, "", 0};
+  if (!_pending.empty()) {
+    job.source = page(_pending.front()).source;
+    while (!_pending.empty() && job.pages.size() < static_cast<std::size_t>(window) &&
+           page(_pending.front()).source == job.source) {
+      job.pages.push_back(take_front(_pending));
+    }
+  } else if (!_retries.empty()) {
+    job.pages = {take_front(_retries)};
+    job.wants_fresh_worker = true;
+  } else if (!_pictures.empty()) {
+    job.kind = Job::Kind::kPicture;
+    job.pages = {take_front(_pictures)};
+    job.wants_fresh_worker = true;
+    job.failure = page(job.pages.front()).failure;
+  } else {
+    return {};
+  }
+  job.source = page(job.pages.front()).source;
+  job.id = ++_last_job;
+  for (const int number : job.pages) _holders[number] = job.id;
+  return job;
+}
+
+Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
+  if (job.kind == Job::Kind::kAssemble) {
+    AssembleOrder order;
+    order.document.file = _input.name;
+    order.document.page_count = _outcome.page_count;
+    for (const int number : _wanted) {
+      order.document.pages.push_back(page_record_name(number));
+      link_or_copy_file(record_path(number), scratch + "/" + page_record_name(number));
+    }
+    for (std::size_t index = 0; index < _input.targets.size(); ++index) {
+      order.targets.push_back({_input.targets[index].format, output_name(index)});
+    }
+    return order;
+  }
+  const std::string input = input_name(job.source);
+  if (access((scratch + "/" + input).c_str(), F_OK) != 0) {
+    link_or_copy_file(_sources[job.source].path, scratch + "/" + input);
+  }
+  if (job.kind == Job::Kind::kOpen) return OpenOrder{input, _setting.attach != nullptr};
+  PagesOrder order{input, {}, job.failure};
+  for (const int number : job.pages) order.pages.push_back({number, page(number).index});
+  return order;
+}
+
+// ---- taking back ----
+
+void DocumentRun::handle(const Job& job, const Event& event, const std::string& scratch) {
+  if (_stage == Stage::kFinished) return;
+  if (const auto* const opened = std::get_if<Opened>(&event)) handle_opened(job, *opened, scratch);
+  if (const auto* const refused = std::get_if<Refused>(&event)) handle_refused(job, *refused);
+  if (const auto* const page = std::get_if<PageFinished>(&event)) handle_page(job, *page, scratch);
+  if (std::holds_alternative<JobDone>(event)) {
+    if (job.kind == Job::Kind::kAssemble) {
+      for (std::size_t index = 0; index < _input.targets.size(); ++index) {
+        move_file(scratch + "/" + output_name(index), output_path(index));
+      }
+      _stage = Stage::kAssembled;
+    } else {
+      handle_end(job);
+    }
+  }
+}
+
+void DocumentRun::handle_opened(const Job& job, const Opened& event, const std::string& scratch) {
+  Source& source = _sources[job.source];
+  if (source.opened) return;
+  source.opened = true;
+  source.digest = event.digest;
+  if (!event.decrypted.empty()) {
+    source.path = fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source));
+    move_file(scratch + "/" + event.decrypted, source.path);
+    std::filesystem::remove(scratch + "/" + input_name(job.source));
+  }
+  source.pages = event.pages;
+  open_pages();
+}
+
+void DocumentRun::handle_refused(const Job& job, const Refused& event) {
+  if (_sources.size() == 1) {
+    finish(event.needs_password ? DocumentState::kPasswordNeeded : DocumentState::kUnreadable,
+           event.reason);
+    return;
+  }
+  // A picture of a list that cannot be opened is one page without a result.
+  Source& source = _sources[job.source];
+  source.opened = true;
+  source.failure = fmt::format("{}: {}", source.path, event.reason);
+  source.pages = {{}};
+  open_pages();
+}
+
+// Once every file is open the document's pages are known.
+void DocumentRun::open_pages() {
+  if (!std::all_of(_sources.begin(), _sources.end(), [](const Source& s) { return s.opened; }))
+    return;
+  std::string digests;
+  for (std::size_t index = 0; index < _sources.size(); ++index) {
+    digests += _sources[index].digest + "\n";
+    for (const Opened::Page& size : _sources[index].pages) {
+      const int in_source = static_cast<int>(&size - _sources[index].pages.data());
+      _pages.push_back({index, in_source, size.width, size.height, 0, _sources[index].failure});
+    }
+  }
+  _outcome.page_count = static_cast<int>(_pages.size());
+  _wanted = choose_pages(_setting.options.pages, _outcome.page_count);
+  if (_wanted.empty()) {
+    finish(DocumentState::kUnreadable,
+           _pages.empty() ? "the document has no pages"
+                          : fmt::format("none of its {} pages is among --pages", _pages.size()));
+    return;
+  }
+  if (_setting.attach) {
+    if (const std::optional<std::string> folder = _setting.attach(*this, digests))
+      _folder = *folder;
+    if (_stage == Stage::kFinished) return;  // delivered by an earlier run
+  }
+  _stage = Stage::kRecognizing;
+  _setting.listener.document_opened(_input.name, static_cast<int>(_wanted.size()));
+  load_records();
+  check_pages();
+}
+
+// Pages that an earlier run has finished are done; the others wait.
+void DocumentRun::load_records() {
+  for (const int number : _wanted) {
+    const std::optional<PageRecord> record = read_page_record(record_path(number));
+    if (record && record->page == number) {
+      page_done({number, record->failure, record->warning, record->seconds, record->memory_kib,
+                 true, record->is_unreadable, record->has_own_text});
+    } else if (!page(number).failure.empty()) {
+      record_without_picture(number, page(number).failure);
+    } else {
+      _pending.push_back(number);
+    }
+  }
+}
+
+void DocumentRun::handle_page(const Job& job, const PageFinished& event,
+                              const std::string& scratch) {
+  if (!holds(job, event.number)) return;  // not a page of this job
+  const bool is_final =
+      event.failure.empty() || event.is_unreadable || job.kind == Job::Kind::kPicture ||
+      (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
+  if (!is_final) {
+    handle_fault(job, event.number, event.failure);
+    return;
+  }
+  _holders.erase(event.number);
+  move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
+  page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false,
+             event.is_unreadable, event.has_own_text});
+  check_pages();
+}
+
+// A worker that says a job is done has answered for all of it, or it is at fault.
+void DocumentRun::handle_end(const Job& job) {
+  const auto left = std::find_if(job.pages.begin(), job.pages.end(),
+                                 [&](int number) { return holds(job, number); });
+  if (left != job.pages.end()) handle_fault(job, *left, "the worker gave no result");
+  if (job.kind == Job::Kind::kOpen && _stage == Stage::kOpening && !_sources[job.source].opened) {
+    handle_fault(job, 0, "the worker gave no answer");
+  }
+}
+
+void DocumentRun::handle_fault(const Job& job, int number, const std::string& cause) {
+  if (_stage == Stage::kFinished) return;
+  if (job.kind == Job::Kind::kOpen) {
+    Source& source = _sources[job.source];
+    source.given_out = false;
+    if (!source.opened && ++source.attempts >= kAttempts) handle_refused(job, {cause, false});
+    return;
+  }
+  if (job.kind == Job::Kind::kAssemble) {
+    _assembly_given_out = false;
+    if (++_assembly_attempts >= kAttempts) finish(DocumentState::kFailed, "no outputs: " + cause);
+    return;
+  }
+  give_back(job, number);
+  if (number > 0 && _holders.erase(number) > 0) fail_page(job, number, cause);
+  check_pages();
+}
+
+bool DocumentRun::holds(const Job& job, int page) const {
+  const auto holder = _holders.find(page);
+  return holder != _holders.end() && holder->second == job.id;
+}
+
+// The pages of a window behind the one that failed wait again, before all others. Without a page
+// to blame the first one left is it.
+void DocumentRun::give_back(const Job& job, int& number) {
+  if (!holds(job, number)) {
+    const auto left = std::find_if(job.pages.begin(), job.pages.end(),
+                                   [&](int candidate) { return holds(job, candidate); });
+    number = left == job.pages.end() ? 0 : *left;
+  }
+  for (auto page = job.pages.rbegin(); page != job.pages.rend(); ++page) {
+    if (*page == number || !holds(job, *page)) continue;
+    _holders.erase(*page);
+    _pending.push_front(*page);
+  }
+}
+
+void DocumentRun::fail_page(const Job& job, int number, const std::string& cause) {
+  Page& failed = page(number);
+  if (job.kind == Job::Kind::kPicture) {
+    record_without_picture(number, failed.failure);
+    return;
+  }
+  failed.failure = cause;
+  if (++failed.attempts < kAttempts) {
+    _retries.push_back(number);
+  } else if (wants_pictures()) {
+    _pictures.push_back(number);
+  } else {
+    record_without_picture(number, cause);
+  }
+}
+
+void DocumentRun::record_without_picture(int number, const std::string& cause) {
+  PageRecord record;
+  record.page = number;
+  record.failure = cause;
+  record.page_width = page(number).width;
+  record.page_height = page(number).height;
+  write_page_record(record_path(number), record);
+  page_done({number, cause, "", 0.0, 0, false, false, false});
+}
+
+void DocumentRun::page_done(const PageOutcome& outcome) {
+  _page_outcomes[outcome.page] = outcome;
+  _setting.listener.page_finished(_input.name, outcome);
+}
+
+void DocumentRun::check_pages() {
+  if (_stage != Stage::kRecognizing || _page_outcomes.size() < _wanted.size()) return;
+  for (const auto& [number, page] : _page_outcomes) _outcome.pages.push_back(page);
+  if (std::all_of(_outcome.pages.begin(), _outcome.pages.end(),
+                  [](const PageOutcome& page) { return page.is_unreadable; })) {
+    finish(DocumentState::kUnreadable,
+           _wanted.size() == 1 ? "the page cannot be read"
+                               : fmt::format("none of its {} pages can be read", _wanted.size()));
+    return;
+  }
+  const auto failed = static_cast<double>(
+      std::count_if(_outcome.pages.begin(), _outcome.pages.end(),
+                    [](const PageOutcome& page) { return !page.failure.empty(); }));
+  const FailureLimit& limit = _setting.options.max_failed_pages;
+  const double allowed =
+      limit.is_percent ? limit.amount / 100.0 * static_cast<double>(_wanted.size()) : limit.amount;
+  if (failed > allowed) {
+    finish(DocumentState::kFailed,
+           fmt::format("{} of {} pages failed, more than --max-failed-pages allows", failed,
+                       _wanted.size()));
+    return;
+  }
+  _outcome.notice = own_text_notice(_outcome.pages, _setting.options.skip_text);
+  _outcome.state =
+      failed > 0 ? DocumentState::kDeliveredWithFailedPages : DocumentState::kDelivered;
+  _stage = Stage::kAssembling;
+}
+
+void DocumentRun::remove_files() const {
+  std::error_code ignored;
+  std::filesystem::remove_all(fmt::format("{}/document-{}", _setting.run_folder, _id), ignored);
+  for (const Source& source : _sources) {
+    if (source.path.starts_with(_setting.run_folder)) std::filesystem::remove(source.path, ignored);
+  }
+  for (std::size_t index = 0; index < _input.targets.size(); ++index) {
+    std::filesystem::remove(output_path(index), ignored);
+  }
+}
+
+void DocumentRun::finish(DocumentState state, const std::string& cause) {
+  _stage = Stage::kFinished;
+  _outcome.state = state;
+  _outcome.cause = cause;
+  _outcome.seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - _start).count();
+  if (_outcome.pages.empty()) {
+    for (const auto& [number, page] : _page_outcomes) _outcome.pages.push_back(page);
+  }
+  _page_outcomes.clear();
+  _pages.clear();
+}
+
+}  // namespace cli

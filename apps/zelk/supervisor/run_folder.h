@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef ZELK_APPS_SUPERVISOR_RUN_FOLDER_H
+#define ZELK_APPS_SUPERVISOR_RUN_FOLDER_H
+
+#include <string>
+
+namespace cli {
+
+// A run's own folder for everything unfinished; removed with all its content at the end.
+class RunFolder {
+ public:
+  // Made in `parent`, where folders that runs left behind when they were killed are removed; in the
+  // system's folder for temporary files when `parent` is empty. Throws std::system_error.
+  explicit RunFolder(const std::string& parent);
+  ~RunFolder();
+  RunFolder(const RunFolder&) = delete;
+  RunFolder& operator=(const RunFolder&) = delete;
+
+  const std::string& path() const { return _path; }
+  // Path of a file in it.
+  std::string path(const std::string& name) const { return _path + "/" + name; }
+
+ private:
+  std::string _path;
+  int _lock = -1;  // held for the life of the run: tells the living from what the dead left behind
+};
+
+}  // namespace cli
+
+#endif  // ZELK_APPS_SUPERVISOR_RUN_FOLDER_H

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "supervisor/worker_pool.h"
+
+#include <fmt/format.h>
+#include <poll.h>
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace cli {
+namespace {
+
+constexpr auto kTimeToLeave = std::chrono::seconds(5);
+constexpr int kLongestWait = 500;  // milliseconds: listeners are told the time
+constexpr int kFailedStarts = 3;   // then the engine counts as one that cannot be started
+
+}  // namespace
+
+// ---- giving out ----
+
+WorkerPool::Place* WorkerPool::free_place() {
+  for (Place& place : _places) {
+    if (place.worker != nullptr && place.ready && !place.job) return &place;
+  }
+  if (_places.size() < static_cast<std::size_t>(_setting.jobs)) return &_places.emplace_back();
+  for (Place& place : _places) {
+    if (place.worker == nullptr && !place.job) return &place;
+  }
+  return nullptr;
+}
+
+void WorkerPool::give_out(const std::function<std::optional<Job>()>& next_job) {
+  while (Place* const place = free_place()) {
+    std::optional<Job> job = next_job();
+    if (!job) return;
+    assign(*place, std::move(*job));
+  }
+}
+
+void WorkerPool::assign(Place& place, Job job) {
+  const bool is_old = place.pages_done >= _setting.recycle && job.kind != Job::Kind::kAssemble;
+  const bool is_worn =
+      place.worker != nullptr && (is_old || (job.wants_fresh_worker && place.pages_done > 0));
+  if (is_worn) dismiss(std::move(place.worker));
+  place.job = std::move(job);
+  if (place.worker == nullptr) {
+    start_worker(place);
+  } else {
+    begin(place);
+  }
+}
+
+void WorkerPool::start_worker(Place& place) {
+  const std::string scratch = fmt::format("{}/worker-{}", _setting.run_folder, ++_workers_started);
+  place.worker = std::make_unique<WorkerProcess>(scratch, _setting.echo);
+  place.ready = false;
+  place.pages_done = 0;
+  place.worker->send(_setting.start);
+  await_life(place);
+}
+
+void WorkerPool::begin(Place& place) {
+  place.page = 0;
+  try {
+    place.worker->send(place.job->document->prepare(*place.job, place.worker->scratch()));
+    await_life(place);
+  } catch (const std::system_error& error) {
+    const Job job = *std::exchange(place.job, std::nullopt);
+    job.document->handle_fault(job, 0, error.code().message());
+  }
+}
+
+void WorkerPool::dismiss(std::unique_ptr<WorkerProcess> worker) {
+  worker->send(QuitOrder{});
+  _leaving.push_back({std::move(worker), Clock::now() + kTimeToLeave});
+}
+
+void WorkerPool::dismiss_all() {
+  for (Place& place : _places) {
+    if (place.worker != nullptr && place.ready && !place.job) dismiss(std::move(place.worker));
+  }
+  _places.clear();
+  sigset_t none;
+  sigemptyset(&none);
+  while (!_leaving.empty()) wait(none);
+}
+
+// ---- waiting ----
+
+void WorkerPool::await_life(Place& place) {
+  place.deadline = Clock::now() + std::chrono::seconds(_setting.page_timeout);
+}
+
+int WorkerPool::milliseconds_to_deadline() const {
+  Clock::time_point next = Clock::now() + std::chrono::milliseconds(kLongestWait);
+  for (const Place& place : _places) {
+    if (place.job) next = std::min(next, place.deadline);
+  }
+  for (const Leaving& leaving : _leaving) next = std::min(next, leaving.deadline);
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now());
+  return static_cast<int>(std::max<long>(0, left.count()));
+}
+
+void WorkerPool::wait(const sigset_t& signals) {
+  std::vector<pollfd> watched;
+  for (const Place& place : _places) {
+    if (place.worker != nullptr) place.worker->watch(watched);
+  }
+  for (const Leaving& leaving : _leaving) leaving.worker->watch(watched);
+  const int milliseconds = milliseconds_to_deadline();
+  const timespec longest = {milliseconds / 1000, milliseconds % 1000 * 1'000'000L};
+  ppoll(watched.data(), watched.size(), &longest, &signals);
+  for (Place& place : _places) {
+    if (place.worker != nullptr) attend(place);
+  }
+  attend_leaving();
+}
+
+void WorkerPool::attend(Place& place) {
+  for (const Event& event : place.worker->exchange()) handle(place, event);
+  if (place.worker->has_ended()) {
+    fault(place, cause_of_end(place));
+  } else if ((place.job || !place.ready) && Clock::now() >= place.deadline) {
+    place.worker->kill();
+    fault(place,
+          fmt::format("no result within {} seconds (--page-timeout)", _setting.page_timeout));
+  }
+}
+
+void WorkerPool::attend_leaving() {
+  _leaving.remove_if([](Leaving& leaving) {
+    const std::vector<Event> events = leaving.worker->exchange();
+    const bool said_bye = std::any_of(events.begin(), events.end(), [](const Event& event) {
+      return std::holds_alternative<Bye>(event);
+    });
+    return said_bye || leaving.worker->has_ended() || Clock::now() >= leaving.deadline;
+  });
+}
+
+// ---- news ----
+
+void WorkerPool::handle(Place& place, const Event& event) {
+  await_life(place);
+  if (const auto* const ready = std::get_if<Ready>(&event)) return handle_ready(place, *ready);
+  if (!place.job || !place.ready) return;  // an answer to nothing
+  if (const auto* const started = std::get_if<PageStarted>(&event)) place.page = started->number;
+  if (const auto* const finished = std::get_if<PageFinished>(&event)) {
+    place.page = 0;
+    ++place.pages_done;
+    _peak_memory_kib = std::max(_peak_memory_kib, finished->memory_kib);
+  }
+  const Job job = *place.job;
+  job.document->handle(job, event, place.worker->scratch());
+  if (const auto* const failed = std::get_if<JobFailed>(&event)) {
+    end_job(place)->handle_fault(job, std::exchange(place.page, 0), failed->reason);
+  } else if (std::holds_alternative<JobDone>(event)) {
+    end_job(place);
+  }
+}
+
+void WorkerPool::handle_ready(Place& place, const Ready& event) {
+  if (!event.failure.empty()) {
+    const std::string words = place.worker->last_words();
+    _engine_failure = event.failure + (words.empty() ? "" : ": " + words);
+    return;
+  }
+  _failed_starts = 0;
+  place.ready = true;
+  if (place.job) begin(place);
+}
+
+// The input stays in the scratch folder: the next job may be about the same document.
+DocumentRun* WorkerPool::end_job(Place& place) {
+  const Job job = *std::exchange(place.job, std::nullopt);
+  place.worker->tidy(job.document->input_name(job.source));
+  return job.document;
+}
+
+std::string WorkerPool::cause_of_end(Place& place) const {
+  return "the worker " + place.worker->cause_of_end(_setting.start.memory_limit_mib);
+}
+
+// The worker is lost; its job goes back to the document.
+void WorkerPool::fault(Place& place, const std::string& cause) {
+  const bool had_started = place.ready;
+  const std::string words = place.worker->last_words();
+  _peak_memory_kib = std::max(_peak_memory_kib, place.worker->peak_memory_kib());
+  place.worker.reset();
+  place.ready = false;
+  if (!had_started) {
+    if (++_failed_starts >= kFailedStarts) {
+      _engine_failure = "did not start: " + cause + (words.empty() ? "" : ": " + words);
+    } else if (place.job) {
+      start_worker(place);
+    }
+    return;
+  }
+  if (!place.job) return;
+  const Job job = *std::exchange(place.job, std::nullopt);
+  job.document->handle_fault(job, std::exchange(place.page, 0), cause);
+}
+
+bool WorkerPool::is_idle() const {
+  return std::none_of(_places.begin(), _places.end(),
+                      [](const Place& place) { return place.job.has_value(); });
+}
+
+bool WorkerPool::works_on(const DocumentRun& document) const {
+  return std::any_of(_places.begin(), _places.end(), [&](const Place& place) {
+    return place.job && place.job->document == &document;
+  });
+}
+
+}  // namespace cli

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "worker/pdf_source.h"
+
+#include <fmt/format.h>
+
+#include <climits>
+#include <cmath>
+
+#include "readers/pdf_page_size.h"
+#include "readers/pdf_page_text.h"
+#include "readers/pdfiumreader.h"
+#include "worker/pdf_decryption.h"
+#include "worker/pdf_text_layout.h"
+
+namespace cli {
+namespace {
+
+constexpr int kUsualResolution = 200;
+
+double whole_pixels(double points, int dots_per_inch) {
+  constexpr double kPointsPerInch = 72.0;
+  return std::floor(points * dots_per_inch / kPointsPerInch);
+}
+
+bool fits(const DocumentPages::Size& size, int dots_per_inch, std::int64_t max_pixels) {
+  return whole_pixels(size.width, dots_per_inch) * whole_pixels(size.height, dots_per_inch) <=
+         static_cast<double>(max_pixels);
+}
+
+// The largest resolution up to `wanted` that fits; 0 when none does.
+int fitting_resolution(const DocumentPages::Size& size, int wanted, std::int64_t max_pixels) {
+  if (fits(size, wanted, max_pixels)) return wanted;
+  int fitting = 0;
+  int too_large = wanted;
+  while (too_large - fitting > 1) {
+    const int middle = fitting + (too_large - fitting) / 2;
+    (fits(size, middle, max_pixels) ? fitting : too_large) = middle;
+  }
+  return fitting;
+}
+
+}  // namespace
+
+void PdfSource::CloseReader::operator()(pdfiumreader* reader) const {
+  reader->free_image();
+  delete_reader(reader);
+}
+
+PdfSource::Reader PdfSource::open(const std::string& path) {
+  Reader reader(new pdfiumreader);
+  reader->load_image(path.c_str(), kUsualResolution);
+  return reader;
+}
+
+PdfSource::PdfSource(const std::string& path, const PageSettings& settings,
+                     const std::string& decrypted_path)
+    : _settings(settings), _reader(open(path)) {
+  if (_reader->_pdf_doc == nullptr && decrypt_pdf(path, settings.password, decrypted_path)) {
+    _reader = open(decrypted_path);
+  }
+  if (_reader->_pdf_doc == nullptr) throw UnreadableDocument("the PDF is damaged", false);
+  if (_reader->_page_num < 1) throw UnreadableDocument("the PDF has no pages", false);
+}
+
+int PdfSource::page_count() const {
+  return _reader->_page_num;
+}
+
+DocumentPages::Size PdfSource::page_size(int index) {
+  const PdfPageSize size = pdf_page_size(_reader->_pdf_doc, index);
+  return {size.width, size.height};
+}
+
+PreparedPage PdfSource::prepare(int index) {
+  const DocumentPages::Size size = page_size(index);
+  const int wanted = _settings.dpi.value_or(kUsualResolution);
+  PreparedPage page;
+  page.dots_per_inch = fitting_resolution(size, wanted, _settings.max_pixels);
+  if (page.dots_per_inch < 1) {
+    throw UnreadablePage(
+        fmt::format("the page is too large: {:.6g} x {:.6g} points have more pixels at 1 dot per "
+                    "inch than --max-pixels allows ({})",
+                    size.width, size.height, _settings.max_pixels));
+  }
+  _reader->_pdf_resolution = page.dots_per_inch;
+  page.bitmap.reset(_reader->get_cur_image(index));
+  if (page.bitmap == nullptr) {
+    throw UnreadablePage(size.width > 0 && size.height > 0
+                             ? fmt::format("the page, {:.6g} x {:.6g} points at {} dots per inch, "
+                                           "cannot be rendered",
+                                           size.width, size.height, page.dots_per_inch)
+                             : "the page is damaged or has no area");
+  }
+  if (page.dots_per_inch < wanted) {
+    page.warning = fmt::format(
+        "rendered at {} instead of {} dots per inch to stay within "
+        "--max-pixels",
+        page.dots_per_inch, wanted);
+  }
+  return page;
+}
+
+std::optional<PageText> PdfSource::text(int index, int dots_per_inch) {
+  const DocumentPages::Size size = page_size(index);
+  const double width = whole_pixels(size.width, dots_per_inch);
+  const double height = whole_pixels(size.height, dots_per_inch);
+  if (width < 1 || height < 1 || width > INT_MAX || height > INT_MAX) return std::nullopt;
+  const int columns = static_cast<int>(width);
+  const int rows = static_cast<int>(height);
+  return laid_out_text(pdf_page_text(_reader->_pdf_doc, index, columns, rows), columns, rows);
+}
+
+}  // namespace cli

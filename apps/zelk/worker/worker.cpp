@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "worker/worker.h"
+
+#include <FreeImage.h>
+#include <fmt/format.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <new>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "exchange/files.h"
+#include "process/page_raster.h"
+#include "worker/decoder_noise.h"
+#include "worker/document_pages.h"
+#include "worker/order_pipe.h"
+#include "worker/page_recognizer.h"
+#include "writers/page_jpeg.h"
+
+namespace cli {
+
+const char* const kWorkerArgument = "--worker";
+
+namespace {
+
+const char* const kDecryptedFile = "decrypted.pdf";
+
+long peak_memory_kib() {
+  struct rusage usage = {};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
+
+void add_picture(FIBITMAP* bitmap, PageRecord& record) {
+  record.jpeg = encode_page_jpeg(bitmap);
+  record.width = static_cast<int>(FreeImage_GetWidth(bitmap));
+  record.height = static_cast<int>(FreeImage_GetHeight(bitmap));
+}
+
+// What stands for the engine's JSON when the text is the PDF's own.
+std::string json_of_own_text(const PageText& text) {
+  const nlohmann::ordered_json json = {{"source", "pdf"}, {"text", text.text}};
+  return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+void write_output(const AssembleOrder::Target& target, const OutputOrder& document,
+                  const Progress& progress) {
+  switch (target.format) {
+    case Format::kText:
+      return write_text(document, target.file, progress);
+    case Format::kJson:
+      return write_json(document, target.file, progress);
+    case Format::kPdf:
+      return write_pdf(document, target.file, progress);
+    case Format::kHtml:
+      return write_html(document, target.file, progress);
+  }
+}
+
+void limit_memory(int mebibytes) {
+  if (mebibytes <= 0) return;
+  const struct rlimit limit = {static_cast<rlim_t>(mebibytes) << 20, static_cast<rlim_t>(mebibytes)
+                                                                         << 20};
+  setrlimit(RLIMIT_AS, &limit);
+}
+
+class Worker {
+ public:
+  Worker(int orders, int events) : _pipe(orders, events) {}
+
+  int run() {
+    while (std::optional<Order> order = _pipe.receive()) {
+      if (std::holds_alternative<QuitOrder>(*order)) {
+        _document.reset();
+        _recognizer.stop();
+        _pipe.send(Bye{});
+        return 0;
+      }
+      if (const auto* const settings = std::get_if<StartOrder>(&*order)) {
+        start(*settings);
+        continue;
+      }
+      std::visit([this](const auto& job) { do_job(job); }, *order);
+    }
+    return 1;
+  }
+
+ private:
+  template <typename Job>
+  void do_job(const Job& job) {
+    try {
+      handle(job);
+    } catch (const std::bad_alloc&) {
+      _document.reset();
+      _pipe.send(JobFailed{memory_failure()});
+      return;
+    } catch (const std::exception& error) {
+      _pipe.send(JobFailed{error.what()});
+      return;
+    }
+    _pipe.send(JobDone{});
+  }
+
+  void start(const StartOrder& order);
+  void handle(const OpenOrder& order);
+  void handle(const PagesOrder& order);
+  void handle(const AssembleOrder& order);
+  void handle(const StartOrder&) {}  // these two are no jobs
+  void handle(const QuitOrder&) {}
+
+  DocumentPages& document(const std::string& input);
+  void make_page(const PagesOrder& order, const PagesOrder::Page& page);
+  // Decoding, recognition and encoding.
+  void fill_record(const PagesOrder& order, int index, PageRecord& record);
+  void recognize(int index, const PreparedPage& page, PageRecord& record);
+  std::string memory_failure() const {
+    return fmt::format("more memory is needed than --memory-limit {} allows",
+                       _settings.memory_limit_mib);
+  }
+
+  OrderPipe _pipe;
+  StartOrder _settings;
+  PageRecognizer _recognizer;
+  std::unique_ptr<DocumentPages> _document;  // stays open from one window to the next
+  std::string _input;                        // its file
+};
+
+void Worker::start(const StartOrder& order) {
+  _settings = order;
+  limit_memory(order.memory_limit_mib);
+  silence_decoders();
+  const std::string failure = _recognizer.start(order.engine_dir);
+  _pipe.send(Ready{failure});
+}
+
+DocumentPages& Worker::document(const std::string& input) {
+  if (_document != nullptr && _input == input) return *_document;
+  _document.reset();  // before the next is opened: PDFium serves one document
+  PageSettings settings;
+  if (_settings.dpi > 0) settings.dpi = _settings.dpi;
+  settings.password = _settings.password;
+  settings.max_pixels = _settings.max_pixels;
+  _document = std::make_unique<DocumentPages>(input, settings, kDecryptedFile);
+  _input = input;
+  return *_document;
+}
+
+void Worker::handle(const OpenOrder& order) {
+  unlink(kDecryptedFile);
+  Opened opened;
+  try {
+    DocumentPages& pages = document(order.input);
+    for (int index = 0; index < pages.page_count(); ++index) {
+      const DocumentPages::Size size = pages.page_size(index);
+      opened.pages.push_back({size.width, size.height});
+    }
+  } catch (const UnreadableDocument& error) {
+    _pipe.send(Refused{error.what(), error.needs_password()});
+    return;
+  }
+  if (order.digest) opened.digest = digest_of_file(order.input);
+  if (access(kDecryptedFile, F_OK) == 0) opened.decrypted = kDecryptedFile;
+  _pipe.send(opened);
+}
+
+void Worker::handle(const PagesOrder& order) {
+  for (const PagesOrder::Page& page : order.pages) make_page(order, page);
+}
+
+void Worker::make_page(const PagesOrder& order, const PagesOrder::Page& page) {
+  _pipe.send(PageStarted{page.number});
+  const auto start = std::chrono::steady_clock::now();
+  PageRecord record;
+  record.page = page.number;
+  fill_record(order, page.index, record);
+  record.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  record.memory_kib = peak_memory_kib();
+  write_page_record(page_record_name(page.number), record);
+  _pipe.send(PageFinished{page.number, record.failure, record.is_unreadable, record.has_own_text,
+                          !record.jpeg.empty(), record.warning, record.seconds, record.memory_kib});
+}
+
+void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record) {
+  try {
+    DocumentPages& pages = document(order.input);
+    const DocumentPages::Size size = pages.page_size(index);
+    record.page_width = size.width;
+    record.page_height = size.height;
+    const PreparedPage page = pages.prepare(index);
+    record.warning = page.warning;
+    record.dots_per_inch = page.dots_per_inch;
+    ofd::stamp_resolution(page.bitmap.get(), page.dots_per_inch);
+    if (order.failure.empty()) recognize(index, page, record);
+    if (_settings.pictures) add_picture(page.bitmap.get(), record);
+    if (!order.failure.empty()) record.failure = order.failure;
+  } catch (const UnreadablePage& error) {
+    record.failure = error.what();
+    record.is_unreadable = true;
+  } catch (const std::bad_alloc&) {
+    record.failure = memory_failure();
+  }
+}
+
+void Worker::recognize(int index, const PreparedPage& page, PageRecord& record) {
+  const std::optional<PageText> own_text = _document->text(index, page.dots_per_inch);
+  record.has_own_text = own_text.has_value();
+  if (!own_text || !_settings.skip_text) {
+    _recognizer.recognize(page.bitmap.get(), record);
+    return;
+  }
+  record.text = own_text->text;
+  record.json = json_of_own_text(*own_text);
+  record.characters = own_text->characters;
+}
+
+void Worker::handle(const AssembleOrder& order) {
+  const Progress progress = [this] { _pipe.send(OutputProgress{}); };
+  for (const AssembleOrder::Target& target : order.targets) {
+    write_output(target, order.document, progress);
+  }
+}
+
+}  // namespace
+
+int run_worker(int orders, int events) {
+  std::signal(SIGPIPE, SIG_IGN);  // a supervisor that is gone is an error like any other
+  std::signal(SIGXFSZ, SIG_IGN);
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);  // what an engine prints is read before what it caused
+  return Worker(orders, events).run();
+}
+
+}  // namespace cli

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "exchange/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+TEST(Messages, OrdersKeepTheirFieldsAndTextsOfAnyBytes) {
+  cli::StartOrder start;
+  start.engine_dir = "/\xFF/engine/";
+  start.max_pixels = 1'000'000'000'000;
+  start.skip_text = true;
+  const auto order = cli::decode_order(cli::encode_order(start));
+  ASSERT_TRUE(order.has_value());
+  const auto& back = std::get<cli::StartOrder>(*order);
+  EXPECT_EQ(back.engine_dir, start.engine_dir);
+  EXPECT_EQ(back.max_pixels, start.max_pixels);
+  EXPECT_TRUE(back.skip_text);
+  EXPECT_FALSE(back.pictures);
+}
+
+TEST(Messages, PagesAndOutputsArriveInOrder) {
+  const auto pages = cli::decode_order(cli::encode_order(
+      cli::PagesOrder{"input-1-0", {{7, 6}, {9, 8}}, "the engine refused the page"}));
+  ASSERT_TRUE(pages.has_value());
+  EXPECT_EQ(std::get<cli::PagesOrder>(*pages).pages.at(1).index, 8);
+  EXPECT_EQ(std::get<cli::PagesOrder>(*pages).failure, "the engine refused the page");
+
+  cli::AssembleOrder assemble;
+  assemble.document = {"caf\xE9.pdf", 3, {"page-000001", "page-000003"}};
+  assemble.targets = {{cli::Format::kHtml, "output-0"}};
+  const auto order = cli::decode_order(cli::encode_order(assemble));
+  ASSERT_TRUE(order.has_value());
+  const auto& back = std::get<cli::AssembleOrder>(*order);
+  EXPECT_EQ(back.document.file, "caf\xE9.pdf");
+  EXPECT_EQ(back.document.pages, assemble.document.pages);
+  EXPECT_EQ(back.targets.at(0).format, cli::Format::kHtml);
+}
+
+TEST(Messages, EventsKeepTheirFields) {
+  const auto event = cli::decode_event(
+      cli::encode_event(cli::PageFinished{12, "no", true, false, true, "careful", 1.5, 300'000}));
+  ASSERT_TRUE(event.has_value());
+  const auto& page = std::get<cli::PageFinished>(*event);
+  EXPECT_EQ(page.number, 12);
+  EXPECT_TRUE(page.is_unreadable);
+  EXPECT_TRUE(page.has_picture);
+  EXPECT_EQ(page.warning, "careful");
+  EXPECT_EQ(page.memory_kib, 300'000);
+  const auto bye = cli::decode_event(cli::encode_event(cli::Bye{}));
+  ASSERT_TRUE(bye.has_value());
+  EXPECT_TRUE(std::holds_alternative<cli::Bye>(*bye));
+}
+
+TEST(Messages, WhatIsNoMessageIsNothing) {
+  EXPECT_FALSE(cli::decode_event("").has_value());
+  EXPECT_FALSE(cli::decode_event("garbage").has_value());
+  const std::string bytes = cli::encode_event(cli::PageStarted{3});
+  EXPECT_FALSE(cli::decode_event(bytes.substr(0, bytes.size() - 1)).has_value());
+  // An order is no event, although both are numbered from 0.
+  EXPECT_FALSE(cli::decode_event(cli::encode_order(cli::PagesOrder{"a", {}, ""})).has_value());
+}
+
+}  // namespace

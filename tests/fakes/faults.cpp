@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "fakes/faults.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr int kLastDescriptor = 1023;
+
+void crash() {
+  volatile int* nowhere = nullptr;
+  *nowhere = 1;
+}
+
+void allocate() {
+  for (;;) {
+    const std::size_t size = std::size_t{64} << 20;
+    char* const memory = static_cast<char*>(std::malloc(size));
+    if (memory == nullptr) crash();
+    std::memset(memory, 1, size);
+  }
+}
+
+void scribble() {
+  const std::string garbage(100, '\xA5');
+  for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) {
+    fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+    static_cast<void>(!write(descriptor, garbage.data(), garbage.size()));
+    fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+  }
+}
+
+void print() {
+  const std::string line(1000, 'x');
+  for (int count = 0; count < 1000; ++count) {
+    std::puts(line.c_str());
+    std::fputs(line.c_str(), stderr);
+  }
+  std::fflush(stdout);
+}
+
+void crash_once() {
+  const char* const folder = std::getenv("FAKE_FOLDER");
+  const std::string mark = std::string(folder == nullptr ? "." : folder) + "/crashed";
+  const int created = open(mark.c_str(), O_CREAT | O_EXCL | O_WRONLY, 0600);
+  if (created >= 0) crash();
+}
+
+}  // namespace
+
+bool has_fault(const char* name, int page_width) {
+  const char* const listed = std::getenv("FAKE_FAULTS");
+  if (listed == nullptr) return false;
+  const std::string wanted = "," + std::string(name) + "@" + std::to_string(page_width) + ",";
+  return ("," + std::string(listed) + ",").find(wanted) != std::string::npos;
+}
+
+int commit_faults(int page_width) {
+  if (has_fault("crash", page_width)) crash();
+  if (has_fault("hang", page_width)) {
+    for (;;) pause();
+  }
+  if (has_fault("allocate", page_width)) allocate();
+  if (has_fault("print", page_width)) print();
+  if (has_fault("scribble", page_width)) scribble();
+  if (has_fault("close", page_width)) {
+    for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) close(descriptor);
+  }
+  if (has_fault("exit", page_width)) std::exit(0);
+  if (has_fault("once", page_width)) crash_once();
+  return has_fault("refuse", page_width) ? 5 : 0;
+}
