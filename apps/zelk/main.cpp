@@ -50,8 +50,8 @@ ExitCode recognize(const Options& options, const std::string& engine_dir, Output
   }
   cli::RunListeners listeners(options, isatty(results.descriptor()) == 1);
   std::string complaint;
-  const ExitCode code =
-      cli::run_documents(options, engine_dir, std::move(inputs), results, listeners, complaint);
+  const ExitCode code = cli::run_documents(options, engine_dir, cli::language_folder(engine_dir),
+                                           std::move(inputs), results, listeners, complaint);
   if (!complaint.empty()) complain(complaint);
   results.finish();
   if (listeners.report_failure().empty()) return code;

@@ -8,14 +8,14 @@ namespace cli {
 
 // CBOR carries the messages: unlike JSON text it holds file names of any bytes.
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, dpi, max_pixels,
-                                   password, skip_text, pictures)
+                                   password, skip_text, pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OutputOrder, file, page_count, pages)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder::Target, format, file)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder, document, targets)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Ready, failure)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Ready, failure, sandbox_gap)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened::Page, width, height)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened, pages, digest, decrypted)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
