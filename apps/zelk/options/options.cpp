@@ -194,7 +194,7 @@ void add_message_options(CLI::App& app, Options& options) {
   app.add_flag_function(
          "-q,--quiet", [](std::int64_t) {}, "Complaints only: no progress, no summary")
       ->group("Messages");
-  app.add_flag("-v,--verbose", options.verbose, "A line for each document that is finished")
+  app.add_flag("-v,--verbose", options.verbose, "A line for each document, what engines print")
       ->group("Messages");
   app.add_flag("--list-langs", options.list_languages, "List the languages that can be used")
       ->group("Information");
