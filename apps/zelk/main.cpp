@@ -11,10 +11,10 @@
 #include <system_error>
 
 #include "console/run_listeners.h"
-#include "engine_location.h"
 #include "languages.h"
 #include "options/inputs.h"
 #include "options/options.h"
+#include "supervisor/engine_location.h"
 #include "supervisor/output.h"
 #include "supervisor/supervisor.h"
 #include "versions.h"

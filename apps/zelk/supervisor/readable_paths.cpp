@@ -7,7 +7,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "engine_location.h"
+#include "supervisor/engine_location.h"
 
 namespace cli {
 namespace {

@@ -14,11 +14,11 @@
 #include <system_error>
 #include <utility>
 
-#include "engine_location.h"
 #include "exchange/files.h"
 #include "supervisor/delivery.h"
 #include "supervisor/document_run.h"
 #include "supervisor/engine_identity.h"
+#include "supervisor/engine_location.h"
 #include "supervisor/interruption.h"
 #include "supervisor/journal.h"
 #include "supervisor/readable_paths.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZELK_APPS_ENGINE_LOCATION_H
-#define ZELK_APPS_ENGINE_LOCATION_H
+#ifndef ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H
+#define ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H
 
 #include <string>
 
@@ -21,4 +21,4 @@ extern const char* const kEngineFile;
 
 }  // namespace cli
 
-#endif  // ZELK_APPS_ENGINE_LOCATION_H
+#endif  // ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H

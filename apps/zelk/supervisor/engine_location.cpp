@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "engine_location.h"
+#include "supervisor/engine_location.h"
 
 #include <fmt/format.h>
 #include <unistd.h>
