@@ -55,7 +55,8 @@ class Library(ProgramTest):
         self.assertGreater(len(self.pictures(first)), 0)
         self.assertEqual(self.pictures(first), self.pictures(second))
         for command in (("pdftotext", "-bbox"), ("pdftotext", "-raw")):
-            self.assertEqual(told_by_tool(*command, first, "-"), told_by_tool(*command, second, "-"))
+            self.assertEqual(told_by_tool(*command, first, "-"),
+                             told_by_tool(*command, second, "-"))
 
         def sizes(document):
             told = told_by_tool("pdfinfo", "-l", "-1", document).decode().splitlines()

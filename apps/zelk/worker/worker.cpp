@@ -26,8 +26,6 @@
 
 namespace cli {
 
-const char* const kWorkerArgument = "--worker";
-
 namespace {
 
 const char* const kDecryptedFile = "decrypted.pdf";
