@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Image files, through the library's own reader.
 #include <FreeImage.h>
+#include <dlfcn.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 
@@ -14,9 +16,19 @@ namespace {
 
 using Bitmap = std::unique_ptr<FIBITMAP, decltype(&FreeImage_Unload)>;
 
+// The TIFF library below FreeImage prints a line for each tag that it does not know.
+void silence_decoder() {
+  using SetHandler = void* (*)(void*);
+  for (const char* symbol : {"TIFFSetErrorHandler", "TIFFSetWarningHandler"}) {
+    const auto set_handler = reinterpret_cast<SetHandler>(dlsym(RTLD_DEFAULT, symbol));
+    if (set_handler != nullptr) set_handler(nullptr);
+  }
+}
+
 }  // namespace
 
 GreyPage read_image_file(const std::string& path) {
+  silence_decoder();
   imgreader reader;
   Bitmap dib(nullptr, FreeImage_Unload);
   if (reader.load_image(path.c_str(), 0) == 1) dib.reset(reader.get_cur_image(0));

@@ -59,14 +59,15 @@ class ScratchFolder {
 };
 
 void add_options(CLI::App& app, Options& options) {
-  app.add_option("DIR", options.directory, "Directory of libQVEngine.so");
+  app.add_option("DIR", options.directory, "Directory of libQVEngine.so")->type_name("");
   app.add_option("--image", options.image, "Page to read (default: a bundled page in English)")
       ->type_name("FILE");
   app.add_option("--only", options.only, "Run this check, or all of a topic; may be repeated")
-      ->type_name("NAME");
+      ->type_name("NAME")
+      ->allow_extra_args(false);
   app.add_option("--timeout", options.seconds, "Time limit of a check (default: 120)")
       ->type_name("SECONDS")
-      ->check(CLI::Range(0.1, 86400.0));
+      ->check(CLI::Range(0.1, 86400.0).description(""));
   app.add_flag("--json", options.json, "One JSON object instead of lines");
   app.add_flag("--list", options.list, "List the checks and what they expect");
   app.add_flag("--verbose", options.verbose, "Show what the engine prints on standard error");

@@ -77,6 +77,12 @@ Reading Session::results(int code) {
   return reading;
 }
 
+int Session::set_and_recognize(const GreyPage& page) {
+  const GuardedRaster raster(page, 24);
+  set(raster);
+  return recognize();
+}
+
 Reading Session::read(const GuardedRaster& raster) {
   set(raster);
   return results(recognize());

@@ -42,6 +42,9 @@ class Session {
 
   int set(const GuardedRaster& raster);
   int recognize() { return engine_.recognize(); }
+
+  // Both; the raster is gone when it returns.
+  int set_and_recognize(const GreyPage& page);
   void stop() { engine_.uninit_engine(); }
 
   // Lines, texts and, when `code` is 0, JSON. Believes no more than the library does.

@@ -14,6 +14,7 @@ namespace {
 
 constexpr char kUntouched = '\x5A';
 constexpr std::size_t kGuards = 1 << 16;
+constexpr const char* kNotAsked = "not asked for: qv_recognize has failed";
 
 void examine(Session& session, std::size_t size, Verdict& verdict) {
   std::string buffer(size, '\0');
@@ -35,15 +36,13 @@ void examine(Session& session, std::size_t size, Verdict& verdict) {
 template <std::size_t Size>
 void in_buffer(const Subject& subject, Verdict& verdict) {
   Session session(subject);
-  session.set(GuardedRaster(subject.page, 24));
-  if (session.recognize() != 0) return verdict.note("not asked for: qv_recognize has failed");
+  if (session.set_and_recognize(subject.page) != 0) return verdict.note(kNotAsked);
   examine(session, Size, verdict);
 }
 
 void of_white_page(const Subject& subject, Verdict& verdict) {
   Session session(subject);
-  session.set(GuardedRaster(uniform_page(400, 300, 255), 24));
-  if (session.recognize() != 0) return verdict.note("not asked for: qv_recognize has failed");
+  if (session.set_and_recognize(uniform_page(400, 300, 255)) != 0) return verdict.note(kNotAsked);
   examine(session, 4096000, verdict);
 }
 

@@ -18,7 +18,8 @@ void expect_blank(const Reading& reading, const char* when, Verdict& verdict) {
 void results_first(const Subject& subject, Verdict& verdict) {
   Session session(subject);
   expect_blank(session.results(0), "before any image", verdict);
-  session.set(GuardedRaster(subject.page, 24));
+  const GuardedRaster raster(subject.page, 24);
+  session.set(raster);
   expect_blank(session.results(0), "before recognition", verdict);
   verdict.note("nothing read");
 }
@@ -44,7 +45,8 @@ void recognize_twice(const Subject& subject, Verdict& verdict) {
 
 void results_twice(const Subject& subject, Verdict& verdict) {
   Session session(subject);
-  const Reading first = session.read(subject.page);
+  const GuardedRaster raster(subject.page, 24);
+  const Reading first = session.read(raster);
   if (!same_content(first, session.results(first.code))) {
     verdict.fail("another result the second time");
   }

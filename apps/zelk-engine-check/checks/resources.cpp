@@ -42,7 +42,7 @@ void silence(const Subject& subject, Verdict& verdict) {
   Session session(subject);
   session.read(subject.page);
   session.engine().load_image_file("/nowhere.png", 0);
-  session.read(uniform_page(0, 0, 255));
+  session.read(uniform_page(100, 100, 255));
   session.stop();
   const std::string printed = standard_output();
   if (!printed.empty()) {

@@ -15,6 +15,7 @@ namespace engine_check {
 namespace {
 
 constexpr unsigned char kUntouched = 0xA5;
+constexpr int kMostLines = 100000;
 
 void finds_text(const Subject& subject, Verdict& verdict) {
   Session session(subject);
@@ -36,9 +37,9 @@ void null_texts(const Subject& subject, Verdict& verdict) {
 
 void line_count(const Subject& subject, Verdict& verdict) {
   Session session(subject);
-  session.read(subject.page);
+  session.set_and_recognize(subject.page);
   const int count = session.engine().get_lines_num();
-  if (count < 0 || count > 100000) verdict.fail(fmt::format("{} lines", count));
+  if (count < 0 || count > kMostLines) verdict.fail(fmt::format("{} lines", count));
   verdict.note(fmt::format("{} lines", count));
 }
 
@@ -68,17 +69,16 @@ void examine_steps(Session& session, int id, Verdict& verdict) {
 
 void line_steps(const Subject& subject, Verdict& verdict) {
   Session session(subject);
-  session.set(GuardedRaster(subject.page, 24));
-  session.recognize();
+  session.set_and_recognize(subject.page);
   const int count = session.engine().get_lines_num();
-  for (int id = 0; id < std::min(count, 10000); ++id) examine_steps(session, id, verdict);
+  for (int id = 0; count <= kMostLines && id < count; ++id) examine_steps(session, id, verdict);
   verdict.note(fmt::format("both steps agree on {} lines", count));
 }
 
 void line_range(const Subject& subject, Verdict& verdict) {
   Session session(subject);
-  session.read(subject.page);
-  const int count = std::clamp(session.engine().get_lines_num(), 0, 100000);
+  session.set_and_recognize(subject.page);
+  const int count = std::clamp(session.engine().get_lines_num(), 0, kMostLines);
   std::vector<OCR_CHAR> records(10000);
   for (const int id : {-1, count, count + 1, INT_MAX, INT_MIN}) {
     for (OCR_CHAR* const array : {static_cast<OCR_CHAR*>(nullptr), records.data()}) {
