@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// A complete engine: it finds marks of ink, and calls each a black square. Explained in
-// docs/writing-an-engine.md.
+// A complete engine: it finds marks of ink and calls each a black square
+// (docs/writing-an-engine.md)
 #include <algorithm>
-#include <cstring>
-#include <fstream>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -18,17 +17,13 @@ struct Span {
 struct Raster {
   const unsigned char* rows = nullptr;  // the host's, valid until qv_recognize has returned
   int width = 0, height = 0, bits = 0, line_bytes = 0;
-};
+} raster;
 
 struct Results {
   std::vector<std::vector<OCR_CHAR>> lines;
   std::string text;
   std::wstring wide;
-  std::string json;
-};
-
-Raster raster;
-Results results;
+} results;
 
 bool is_ink(int x, int y) {
   const unsigned char* row = raster.rows + static_cast<std::ptrdiff_t>(y) * raster.line_bytes;
@@ -37,12 +32,21 @@ bool is_ink(int x, int y) {
   return row[3 * x] + row[3 * x + 1] + row[3 * x + 2] < 3 * 128;
 }
 
-// The runs of numbers from 0 to `end` that have ink.
-template <typename HasInk>
-std::vector<Span> runs(int end, HasInk has_ink) {
+bool has_ink(Span columns, Span rows) {
+  for (int y = rows.begin; y < rows.end; ++y) {
+    for (int x = columns.begin; x < columns.end; ++x) {
+      if (is_ink(x, y)) return true;
+    }
+  }
+  return false;
+}
+
+// The runs of numbers from 0 to `end` that are inked.
+template <typename Inked>
+std::vector<Span> runs(int end, Inked inked) {
   std::vector<Span> found;
   for (int i = 0; i < end; ++i) {
-    if (!has_ink(i)) continue;
+    if (!inked(i)) continue;
     if (found.empty() || found.back().end < i) found.push_back({i, i});
     found.back().end = i + 1;
   }
@@ -51,17 +55,13 @@ std::vector<Span> runs(int end, HasInk has_ink) {
 
 // The cells of one line. Inside a word each reaches to the next; a wide gap is a blank.
 std::vector<OCR_CHAR> read_line(Span rows) {
-  const auto has_ink = [rows](int x) {
-    int y = rows.begin;
-    while (y < rows.end && !is_ink(x, y)) ++y;
-    return y < rows.end;
-  };
+  const auto inked = [rows](int x) { return has_ink({x, x + 1}, rows); };
   std::vector<OCR_CHAR> line;
-  for (const Span mark : runs(raster.width, has_ink)) {
+  for (const Span mark : runs(raster.width, inked)) {
     if (!line.empty()) {
-      const auto gap = mark.begin - line.back().right;
-      if (gap > (rows.end - rows.begin) / 2)
-        line.push_back({line.back().right, rows.begin, 0, rows.end, u' ', {}});
+      const auto end = line.back().right;
+      const bool blank = mark.begin - end > (rows.end - rows.begin) / 2;
+      if (blank) line.push_back({end, rows.begin, 0, rows.end, u' ', {}});
       line.back().right = mark.begin;
     }
     line.push_back({mark.begin, rows.begin, mark.end, rows.end, u'\u25A0', {}});
@@ -69,20 +69,17 @@ std::vector<OCR_CHAR> read_line(Span rows) {
   return line;
 }
 
-void read_page(Results& page) {
-  const auto has_ink = [](int y) {
-    return !runs(raster.width, [y](int x) { return is_ink(x, y); }).empty();
-  };
-  for (const Span rows : runs(raster.height, has_ink)) {
-    page.lines.push_back(read_line(rows));
-    for (const OCR_CHAR& cell : page.lines.back()) {
-      page.text += cell.code == u' ' ? " " : "\xE2\x96\xA0";
-      page.wide += static_cast<wchar_t>(cell.code);
+void read_page() {
+  const auto inked = [](int y) { return has_ink({0, raster.width}, {y, y + 1}); };
+  for (const Span rows : runs(raster.height, inked)) {
+    results.lines.push_back(read_line(rows));
+    for (const OCR_CHAR& cell : results.lines.back()) {
+      results.text += cell.code == u' ' ? " " : "\xE2\x96\xA0";
+      results.wide += static_cast<wchar_t>(cell.code);
     }
-    page.text += '\n';
-    page.wide += L'\n';
+    results.text += '\n';
+    results.wide += L'\n';
   }
-  page.json = "{\"lines\":" + std::to_string(page.lines.size()) + "}";
 }
 
 }  // namespace
@@ -105,15 +102,13 @@ int qv_set_image_data(const unsigned char* image_buffer, int width, int height, 
   const bool good = (bitcount == 1 || bitcount == 8 || bitcount == 24) && image_buffer != nullptr &&
                     width > 0 && height > 0;
   raster = good ? Raster{image_buffer, width, height, bitcount, line_bytes} : Raster{};
-  results = {};
   return good ? 0 : 1;
 }
 
 int qv_recognize() try {
   results = {};
-  if (raster.rows == nullptr) return 1;
-  read_page(results);
-  return 0;
+  if (raster.rows != nullptr) read_page();
+  return raster.rows != nullptr ? 0 : 1;
 } catch (...) {
   return 2;
 }
@@ -131,9 +126,10 @@ bool qv_get_line_info_ex(int id, OCR_CHAR* char_info, int& char_num) {
 }
 
 bool qv_save_ocrfile(const char* txt_file_name) {
-  std::ofstream file(txt_file_name, std::ios::binary);
-  file << results.text << std::flush;
-  return file.good();
+  std::FILE* const file = std::fopen(txt_file_name, "wb");
+  if (file == nullptr) return false;
+  const bool written = std::fputs(results.text.c_str(), file) >= 0;
+  return std::fclose(file) == 0 && written;
 }
 
 const char* qv_get_result_ex() {
@@ -145,8 +141,8 @@ const wchar_t* qv_get_result_unicode() {
 }
 
 int qv_get_result_json(char* json_buffer, int bufferlen) {
-  const int bytes = static_cast<int>(results.json.size()) + 1;  // with the zero byte
-  if (bytes > bufferlen) return 1;
-  std::memcpy(json_buffer, results.json.c_str(), results.json.size() + 1);
-  return 0;
+  const auto size = static_cast<std::size_t>(bufferlen);
+  const int length = std::snprintf(json_buffer, size, "{\"lines\":%d}", qv_get_lines_num());
+  if (length >= bufferlen) json_buffer[0] = '\0';  // all or nothing
+  return length < bufferlen ? 0 : 1;
 }
