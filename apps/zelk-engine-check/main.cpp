@@ -137,7 +137,7 @@ int run(const Options& options) {
   if (checks.empty()) return complain(kUsage, "--only: there is no such check, see --list");
   if (options.list) {
     for (const Check& check : checks) print(fmt::format("{:28} {}\n", check.name, check.expected));
-    return kPassed;
+    return std::ferror(stdout) == 0 ? kPassed : complain(kNoOutput, "cannot write the output");
   }
   if (options.directory.empty()) return complain(kUsage, "DIR is required, see --help");
   Subject subject = subject_of(options);
@@ -149,20 +149,27 @@ int run(const Options& options) {
   return kCodes[static_cast<int>(report.worst())];
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN);
+int run_program(int argc, char** argv) {
   Options options;
   CLI::App app("Examines a recognition engine against the contract of engine/qv_engine.h.",
                "zelk-engine-check");
   add_options(app, options);
   try {
     app.parse(argc, argv);
-    return run(options);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kPassed : kUsage;
+  }
+  return run(options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return run_program(argc, argv);
   } catch (const std::exception& error) {
-    return complain(kUsage, error.what());
+    std::fprintf(stderr, "zelk-engine-check: %s\n", error.what());
+    return kUsage;
   }
 }
