@@ -63,4 +63,10 @@ TEST(Messages, WhatIsNoMessageIsNothing) {
   EXPECT_FALSE(cli::decode_event(cli::encode_order(cli::PagesOrder{"a", {}, ""})).has_value());
 }
 
+TEST(Messages, NestingWithoutEndIsNothing) {
+  const std::string arrays(150000, '\x81');  // CBOR: an array of one, in an array of one, ...
+  EXPECT_FALSE(cli::decode_event(arrays).has_value());
+  EXPECT_FALSE(cli::decode_order(arrays).has_value());
+}
+
 }  // namespace

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef ZELK_APPS_EXCHANGE_CBOR_H
+#define ZELK_APPS_EXCHANGE_CBOR_H
+
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+namespace cli {
+
+// The value that CBOR holds; null for bytes that are none, and for values nested deeper than any
+// message needs: reading those would exhaust the stack.
+nlohmann::json parse_cbor(std::string_view bytes);
+
+}  // namespace cli
+
+#endif  // ZELK_APPS_EXCHANGE_CBOR_H
