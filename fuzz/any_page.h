@@ -20,7 +20,8 @@ std::vector<OCR_CHAR> any_characters(FuzzInput& input);
 // At most 20 by 20 pixels, with any resolution.
 OwnedBitmap any_bitmap(FuzzInput& input);
 
-// The JPEG of a bitmap, its first bytes changed now and then, with any size told beside it.
+// The JPEG of a bitmap with any size told beside it; now and then one that is cut short and has to
+// be refused.
 PagePicture any_picture(FuzzInput& input, FIBITMAP* dib);
 
 #endif  // ZELK_FUZZ_ANY_PAGE_H

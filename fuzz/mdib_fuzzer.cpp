@@ -9,10 +9,7 @@
 namespace {
 
 constexpr int kRasters = 3;
-
-void agree(int result, bool expected) {
-  require(result == (expected ? 1 : 0), "success is told as it is");
-}
+constexpr char kAgree[] = "success is told as it is";
 
 // Sizes that have to be refused now and then, small ones else.
 int side(FuzzInput& input) {
@@ -32,16 +29,18 @@ void step(FuzzInput& input, zelk::MDIB* dibs, RasterModel* models, int to) {
       const int height = side(input);
       const int bits = kBits[width == INT_MAX ? 1 + input.below(2) : input.below(8)];
       const int dots = input.number<std::int32_t>();
-      return agree(dibs[to].Init(width, height, bits, dots),
-                   models[to].init(width, height, bits, dots));
+      const bool made = dibs[to].Init(width, height, bits, dots) == 1;
+      return require(made == models[to].init(width, height, bits, dots), kAgree);
     }
     case 1:
-      return agree(dibs[to].Copy(&dibs[other]), models[to].copy(&models[other]));
+      return require((dibs[to].Copy(&dibs[other]) == 1) == models[to].copy(&models[other]), kAgree);
     case 2:
-      return agree(dibs[other].Rotate(&dibs[to], option, 0.5),
-                   models[to].turn_from(models[other], option));
+      return require((dibs[other].Rotate(&dibs[to], option, 0.5) == 1) ==
+                         models[to].turn_from(models[other], option),
+                     kAgree);
     case 3:
-      return agree(dibs[to].Rotate(nullptr, option, 0), models[to].turn_in_place(option));
+      return require((dibs[to].Rotate(nullptr, option, 0) == 1) == models[to].turn_in_place(option),
+                     kAgree);
     case 4:
       dibs[to].Unload();
       return models[to].unload();

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "exchange/cbor.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <limits>
 #include <string>
 
 namespace cli {
@@ -40,12 +43,26 @@ class NestingCheck : public nlohmann::json_sax<Json> {
   int _depth = 0;
 };
 
+// A field that holds an int may have been given any number.
+void limit_numbers(Json& value) {
+  if (value.is_structured()) {
+    for (Json& element : value) limit_numbers(element);
+  } else if (value.is_number_float()) {
+    const double number = value.get<double>();
+    constexpr double kLowest = std::numeric_limits<int>::min();
+    constexpr double kHighest = std::numeric_limits<int>::max();
+    value = std::isnan(number) ? 0.0 : std::clamp(number, kLowest, kHighest);
+  }
+}
+
 }  // namespace
 
 Json parse_cbor(std::string_view bytes) {
   NestingCheck check;
   if (!Json::sax_parse(bytes, &check, Json::input_format_t::cbor)) return nullptr;
-  return Json::from_cbor(bytes);
+  Json value = Json::from_cbor(bytes);
+  limit_numbers(value);
+  return value;
 }
 
 }  // namespace cli

@@ -8,7 +8,8 @@
 namespace cli {
 
 // The value that CBOR holds; null for bytes that are none, and for values nested deeper than any
-// message needs: reading those would exhaust the stack.
+// message needs: reading those would exhaust the stack. Floating-point numbers are brought into the
+// range of an int, so that every number can be taken for any field.
 nlohmann::json parse_cbor(std::string_view bytes);
 
 }  // namespace cli

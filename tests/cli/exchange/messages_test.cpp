@@ -69,4 +69,11 @@ TEST(Messages, NestingWithoutEndIsNothing) {
   EXPECT_FALSE(cli::decode_order(arrays).has_value());
 }
 
+TEST(Messages, NumbersAreBroughtIntoTheRangeOfAnInt) {
+  const auto event = cli::decode_event(cli::encode_event(cli::Opened{{{1e300, -1e300}}, "", ""}));
+  ASSERT_TRUE(event.has_value());
+  EXPECT_EQ(std::get<cli::Opened>(*event).pages.at(0).width, 2147483647.0);
+  EXPECT_EQ(std::get<cli::Opened>(*event).pages.at(0).height, -2147483648.0);
+}
+
 }  // namespace
