@@ -41,7 +41,7 @@ bool choose(std::string_view text, int page, bool& chosen) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzInput input(data, size);
-  const int page_count = input.below(300);
+  const int page_count = input.below(256);
   const std::string_view text = input.rest();
   const auto ranges = cli::parse_page_ranges(text);
   bool chosen = false;

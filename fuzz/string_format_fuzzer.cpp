@@ -41,7 +41,7 @@ void bytes_to_cells(const std::string& text, int capacity) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzInput input(data, size);
-  const int capacity = input.below(300);
+  const int capacity = input.below(256);
   const auto number = input.number<std::int32_t>();
   const int base = input.below(40);
   const std::string text(input.rest());

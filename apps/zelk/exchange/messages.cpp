@@ -72,7 +72,9 @@ template <typename Variant>
 std::optional<Variant> decode(std::string_view bytes) {
   try {
     const Json json = parse_cbor(bytes);
-    return decode_as<Variant>(json.at(0).get<std::size_t>(), json.at(1),
+    const Json& which = json.at(0);
+    if (!which.is_number_unsigned()) return {};
+    return decode_as<Variant>(which.get<std::size_t>(), json.at(1),
                               std::make_index_sequence<std::variant_size_v<Variant>>());
   } catch (const Json::exception&) {
     return {};
