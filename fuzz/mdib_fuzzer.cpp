@@ -11,13 +11,6 @@ namespace {
 constexpr int kRasters = 3;
 constexpr char kAgree[] = "success is told as it is";
 
-// Sizes that have to be refused now and then, small ones else.
-int side(FuzzInput& input) {
-  constexpr int kRefused[] = {0, -1, INT_MIN, INT_MIN + 1};
-  const int choice = input.below(100);
-  return choice < 4 ? kRefused[choice] : choice - 3;
-}
-
 // One operation on raster `to`, with another one as its source. The results must agree.
 void step(FuzzInput& input, zelk::MDIB* dibs, RasterModel* models, int to) {
   constexpr int kBits[] = {1, 8, 24, 0, 2, 16, 32, -1};
@@ -25,8 +18,8 @@ void step(FuzzInput& input, zelk::MDIB* dibs, RasterModel* models, int to) {
   const auto option = static_cast<unsigned>(input.below(5));
   switch (input.below(6)) {
     case 0: {
-      const int width = input.below(64) == 0 ? INT_MAX : side(input);
-      const int height = side(input);
+      const int width = input.below(64) == 0 ? INT_MAX : any_side(input);
+      const int height = any_side(input);
       const int bits = kBits[width == INT_MAX ? 1 + input.below(2) : input.below(8)];
       const int dots = input.number<std::int32_t>();
       const bool made = dibs[to].Init(width, height, bits, dots) == 1;

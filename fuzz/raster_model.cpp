@@ -33,6 +33,12 @@ void draw_pixel(zelk::MDIB& dib, RasterModel& model, int x, int y, unsigned valu
 
 }  // namespace
 
+int any_side(FuzzInput& input) {
+  constexpr int kRefused[] = {0, -1, INT_MIN, INT_MIN + 1};
+  const int choice = input.below(100);
+  return choice < 4 ? kRefused[choice] : choice - 3;
+}
+
 bool RasterModel::init(int new_width, int new_height, int new_bits, int dots_per_inch, bool clear) {
   const bool same = width == new_width && height == new_height && bits == new_bits && has_pixels;
   if (clear || !same) pixels.clear();

@@ -39,6 +39,9 @@ struct RasterModel {
   std::map<Place, unsigned> pixels;  // those that are not 0
 };
 
+// A width or height: small, or now and then one that has to be refused.
+int any_side(FuzzInput& input);
+
 // Gives up to 31 pixels of both the same values; nothing in an empty raster.
 void draw(FuzzInput& input, zelk::MDIB& dib, RasterModel& model);
 

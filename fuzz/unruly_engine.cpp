@@ -63,15 +63,19 @@ void fill(OCR_CHAR* characters, int count) {
 
 bool line_info(int id, OCR_CHAR* characters, int& count) {
   require(id >= 0 && id < engine.lines && engine.lines <= kMostLines, "lines are those told");
+  std::vector<OCR_CHAR>& believed = engine.believed.back();
   if (characters == nullptr) {
     require(count == 0, "the count is 0 before the first step");
+    require(!engine.is_due, "a line with characters is asked for them");
     count = engine.line_count = any_count(*engine.input);
+    const std::int64_t all = static_cast<std::int64_t>(believed.size()) + count;
+    engine.is_due = count > 0 && all <= std::int64_t{kMostCharacters};
     return engine.input->below(2) == 0;
   }
-  std::vector<OCR_CHAR>& believed = engine.believed.back();
   require(engine.line_count > 0, "no array is made for no characters");
   require(believed.size() + static_cast<std::size_t>(engine.line_count) <= kMostCharacters,
           "no array is made for what a page cannot hold");
+  engine.is_due = false;
   fill(characters, engine.line_count);
   count = engine.input->below(2) == 0 ? engine.line_count : any_count(*engine.input);
   if (count > 0 && count <= engine.line_count) {
@@ -81,6 +85,7 @@ bool line_info(int id, OCR_CHAR* characters, int& count) {
 }
 
 const char* result_ex() {
+  require(!engine.is_due, "a line with characters is asked for them");
   if (engine.input->below(8) == 0) return nullptr;
   std::string text(engine.input->text(2000));
   text.resize(std::strlen(text.c_str()));

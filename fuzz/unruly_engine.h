@@ -22,8 +22,9 @@ struct UnrulyEngine {
   std::wstring wides;
   std::vector<std::string> jsons;
 
-  int lines = 0;       // told for the page at hand
-  int line_count = 0;  // first answer for the line at hand
+  int lines = 0;        // told for the page at hand
+  int line_count = 0;   // first answer for the line at hand
+  bool is_due = false;  // it has characters that have yet to be asked for
   std::unique_ptr<char[]> text;
   std::unique_ptr<wchar_t[]> wide;
 };
