@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "exchange/cbor.h"
+
 namespace cli {
 
 // CBOR carries the messages: unlike JSON text it holds file names of any bytes.
@@ -69,8 +71,10 @@ std::optional<Variant> decode_as(std::size_t which, const Json& body,
 template <typename Variant>
 std::optional<Variant> decode(std::string_view bytes) {
   try {
-    const Json json = Json::from_cbor(bytes);
-    return decode_as<Variant>(json.at(0).get<std::size_t>(), json.at(1),
+    const Json json = parse_cbor(bytes);
+    const Json& which = json.at(0);
+    if (!which.is_number_unsigned()) return {};
+    return decode_as<Variant>(which.get<std::size_t>(), json.at(1),
                               std::make_index_sequence<std::variant_size_v<Variant>>());
   } catch (const Json::exception&) {
     return {};
