@@ -89,6 +89,22 @@ TEST_F(DocumentRunTest, OutputsAreAssembledWhenAllPagesAreDone) {
   EXPECT_EQ(cli::read_file(run.output_path(0)), "text");
 }
 
+TEST_F(DocumentRunTest, TheNextStepWaitsForTheWorkerThatMadeItPossible) {
+  cli::InputDocument input{"scan.pdf", {folder.path("scan.pdf")}, {}};
+  document.emplace(input, 1, setting);
+  const Job opening = *document->next_job(1);
+  cli::Opened opened;
+  opened.pages = {{300, 400}};
+  document->handle(opening, opened, scratch);
+  EXPECT_FALSE(document->next_job(1).has_value()) << "another worker would be started for it";
+  document->handle(opening, cli::JobDone{}, scratch);
+  const Job page = *document->next_job(1);
+  finish(page, 1);
+  EXPECT_FALSE(document->next_job(1).has_value());
+  document->handle(page, cli::JobDone{}, scratch);
+  EXPECT_EQ(document->next_job(1)->kind, Job::Kind::kAssemble);
+}
+
 TEST_F(DocumentRunTest, ALostWindowGivesBackItsOtherPages) {
   cli::DocumentRun& run = open(6);
   const Job window = *run.next_job(4);
