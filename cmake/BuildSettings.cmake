@@ -50,6 +50,10 @@ if(ZELK_SANITIZE)
   add_compile_options(
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+  if(ZELK_BUILD_FUZZERS)
+    # Everything tells the fuzzer which of its edges an input takes.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+  endif()
 else()
   target_compile_options(zelk_hardening INTERFACE
     "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")

@@ -3,6 +3,7 @@
 #   LIBDIR/libzelk.so*                     the library
 #   LIBDIR/zelk/engine/libQVEngine.so      the default engine
 #   BINDIR/zelk                            the command line
+#   BINDIR/zelk-engine-check               the examination of engines
 #   MANDIR/man1/zelk.1                     its manual page
 #   DATADIR/bash-completion/completions/   what bash completes for it
 #   INCLUDEDIR/zelk/                       zelkAPI.h, zelk_export.h, engine/qv_engine.h
@@ -22,7 +23,7 @@ install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL PATTERN zel
 if(TARGET zelk_cli)
   set_target_properties(zelk_cli PROPERTIES
     INSTALL_RPATH "${PDFium_LIBRARY_DIR};${PDFlib_LIBRARY_DIR}")
-  install(TARGETS zelk_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS zelk_cli zelk_engine_check RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES docs/zelk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES packaging/bash-completion/zelk
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)

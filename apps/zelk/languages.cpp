@@ -5,6 +5,11 @@
 
 namespace cli {
 
+std::string language_folder(const std::string& engine_dir) {
+  tesseract_engine::EngineConfig config;
+  return tesseract_engine::read_config(engine_dir, config).ok() ? config.tessdata : "";
+}
+
 std::string language_list(const std::string& engine_dir, std::string& reason) {
   tesseract_engine::EngineConfig config;
   const tesseract_engine::StartResult read = tesseract_engine::read_config(engine_dir, config);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -11,10 +12,11 @@
 #include <system_error>
 
 #include "console/run_listeners.h"
-#include "engine_location.h"
 #include "languages.h"
 #include "options/inputs.h"
 #include "options/options.h"
+#include "supervisor/delivery.h"
+#include "supervisor/engine_location.h"
 #include "supervisor/output.h"
 #include "supervisor/supervisor.h"
 #include "versions.h"
@@ -48,10 +50,12 @@ ExitCode recognize(const Options& options, const std::string& engine_dir, Output
     complain("no engine: " + missing);
     return cli::kNoEngine;
   }
-  cli::RunListeners listeners(options, isatty(results.descriptor()) == 1);
+  const bool writes_results =
+      std::any_of(inputs.documents.begin(), inputs.documents.end(), cli::writes_to_standard_output);
+  cli::RunListeners listeners(options, writes_results && isatty(results.descriptor()) == 1);
   std::string complaint;
-  const ExitCode code =
-      cli::run_documents(options, engine_dir, std::move(inputs), results, listeners, complaint);
+  const ExitCode code = cli::run_documents(options, engine_dir, cli::language_folder(engine_dir),
+                                           std::move(inputs), results, listeners, complaint);
   if (!complaint.empty()) complain(complaint);
   results.finish();
   if (listeners.report_failure().empty()) return code;

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "engine_location.h"
+#include "supervisor/engine_location.h"
 
 namespace cli {
 namespace {

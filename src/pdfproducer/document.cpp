@@ -13,9 +13,13 @@ namespace {
 
 constexpr double kPointsPerInch = 72;
 constexpr int kLengthDecimals = 4;
+constexpr double kShortest = 1e-4;  // points; less would be written as 0
+constexpr double kLongest = 1e7;
 
+// Readers give up a whole file over one number that they cannot hold.
 QPDFObjectHandle length(double points) {
-  return QPDFObjectHandle::newReal(number_text(points, kLengthDecimals));
+  const double kept = std::clamp(points, kShortest, kLongest);
+  return QPDFObjectHandle::newReal(number_text(kept, kLengthDecimals));
 }
 
 QPDFObjectHandle page_box(double width, double height) {

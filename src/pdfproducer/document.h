@@ -32,8 +32,9 @@ class Document {
   // Handle of the one font, always 0.
   int load_font();
 
-  // Starts a page of the given size in points; a size of 0 is to be set by fit_image. A page that
-  // is still open is dropped with the images opened on it.
+  // Starts a page of the given size in points; a size of 0 is to be set by fit_image. Other sides
+  // are written as at least 0.0001 and at most 10,000,000. A page that is still open is dropped
+  // with the images opened on it.
   void begin_page(double width, double height);
   bool page_is_open() const { return _page != nullptr; }
 

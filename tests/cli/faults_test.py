@@ -74,7 +74,8 @@ class FaultyPages(ProgramTest):
         self.assert_only_fails(self.recognize("absurd@36,absurd@216"), "")
 
     def test_a_fault_that_does_not_come_again_costs_nothing(self):
-        self.assert_only_fails(self.recognize("once@108"), "")
+        # In the sandbox the engine could not leave the mark by which it knows the second time.
+        self.assert_only_fails(self.recognize("once@108", "--no-sandbox"), "")
         self.assertIn("crashed", self.names())
 
     def test_json_without_an_end_costs_that_page_its_json(self):

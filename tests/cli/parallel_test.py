@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """Many workers give what one gives, in order."""
 
+import json
 import os
 import pathlib
 import subprocess
@@ -34,13 +35,24 @@ class Jobs(ProgramTest):
         self.assert_result(result, 0, expected.encode())
         self.assert_nothing_is_left()
 
+    def test_there_are_as_many_workers_as_cores_that_may_be_used(self):
+        files = [self.file(f"{width}.bmp", bmp(width, 9)) for width in range(20, 50)]
+        report = self.folder / "report.json"
+        core = min(os.sched_getaffinity(0))
+        result = self.run_program("--report", report, *files, fake="steady",
+                                  wrapper=("taskset", "-c", str(core)))
+        self.assert_result(result, 0)
+        totals = json.loads(report.read_text(encoding="utf-8"))["totals"]
+        self.assertEqual((totals["documents"], totals["workers_started"]), (30, 1))
+
     def test_a_reader_that_goes_away_ends_the_run(self):
         files = [self.file(f"{width}.bmp", bmp(width, 9)) for width in range(20, 60)]
         process = subprocess.Popen(self.command("--jobs", "2", *files), stdout=subprocess.PIPE,
                                    stderr=subprocess.PIPE, env=self.environment(fake="steady"))
         process.stdout.readline()
         process.stdout.close()
-        errors = process.stderr.read()
+        with process.stderr as stream:
+            errors = stream.read()
         self.assertEqual(process.wait(), 4, errors)
         self.assertIn(b"standard output", errors)
         self.assert_nothing_is_left()

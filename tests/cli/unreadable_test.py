@@ -85,6 +85,11 @@ class Password(ProgramTest):
         self.assert_result(result, 8, b"1x2 default\n1x2 default\n")
         self.assert_complains(result, f"{self.DOCUMENT}: a password is needed (--password)")
 
+    def test_with_the_password_it_is_read(self):
+        result = self.run_program("--password", "letmein", "--dpi", "36", self.DOCUMENT)
+        self.assert_result(result, 0)
+        self.assertRegex(result.stdout, rb"^(\d+x\d+ default\n)+$")
+
     def test_wrong_password(self):
         result = self.run_program("--password", "no", self.DOCUMENT)
         self.assert_result(result, 8, b"")

@@ -53,7 +53,7 @@ class Installation(unittest.TestCase):
                     "include/zelk/engine/qv_engine.h", "share/doc/zelk/README.md",
                     "share/doc/zelk/LICENSE"}
         if PROGRAM_BUILT:
-            expected |= {"bin/zelk", "share/man/man1/zelk.1",
+            expected |= {"bin/zelk", "bin/zelk-engine-check", "share/man/man1/zelk.1",
                          "share/bash-completion/completions/zelk"}
         expected |= {f"{LIBDIR}/zelk/engine/libQVEngine.so"} if ENGINE_BUILT else set()
         installed = self.installed()

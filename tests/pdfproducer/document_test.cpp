@@ -42,6 +42,17 @@ class DocumentFile : public ::testing::Test {
   Producer producer;
 };
 
+TEST_F(DocumentFile, OpensWhateverTheSizeOfAPage) {
+  begin();
+  for (const double side : {1e300, 1e-300}) {
+    ASSERT_TRUE(
+        producer.runs([&] { producer.api.PDF_begin_page_ext(producer.p, side, 50, nullptr); }));
+    ASSERT_TRUE(producer.runs([&] { producer.api.PDF_end_page_ext(producer.p, nullptr); }));
+  }
+  end();
+  EXPECT_EQ(pdfinfo(path, "Pages"), "2");
+}
+
 TEST_F(DocumentFile, OpensInEveryProgram) {
   begin();
   for (int page = 1; page <= 3; ++page) {

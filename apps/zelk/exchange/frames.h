@@ -16,16 +16,19 @@ namespace cli {
 // A body of at most kLongestFrame bytes as a frame.
 std::string encode_frame(std::string_view body);
 
-constexpr std::size_t kLongestFrame = std::size_t{1} << 26;
+constexpr std::size_t kLongestFrame = std::size_t{1} << 24;
 
 class FrameReader {
  public:
-  void feed(std::string_view bytes) { _bytes += bytes; }
+  void feed(std::string_view bytes) {
+    if (_bytes.size() <= 2 * kLongestFrame) _bytes += bytes;  // beyond that nothing can be a frame
+  }
   // The next complete body; nothing until more bytes come.
   std::optional<std::string> next();
 
  private:
   std::string _bytes;
+  int _damaged_bodies = 0;
 };
 
 }  // namespace cli

@@ -4,18 +4,20 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "exchange/cbor.h"
+
 namespace cli {
 
 // CBOR carries the messages: unlike JSON text it holds file names of any bytes.
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, dpi, max_pixels,
-                                   password, skip_text, pictures)
+                                   password, skip_text, pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OutputOrder, file, page_count, pages)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder::Target, format, file)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder, document, targets)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Ready, failure)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Ready, failure, sandbox_gap)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened::Page, width, height)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened, pages, digest, decrypted)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
@@ -69,8 +71,10 @@ std::optional<Variant> decode_as(std::size_t which, const Json& body,
 template <typename Variant>
 std::optional<Variant> decode(std::string_view bytes) {
   try {
-    const Json json = Json::from_cbor(bytes);
-    return decode_as<Variant>(json.at(0).get<std::size_t>(), json.at(1),
+    const Json json = parse_cbor(bytes);
+    const Json& which = json.at(0);
+    if (!which.is_number_unsigned()) return {};
+    return decode_as<Variant>(which.get<std::size_t>(), json.at(1),
                               std::make_index_sequence<std::variant_size_v<Variant>>());
   } catch (const Json::exception&) {
     return {};

@@ -28,6 +28,8 @@ struct StartOrder {
   std::string password;
   bool skip_text = false;
   bool pictures = false;  // records hold the page's JPEG
+  bool sandbox = false;
+  std::vector<std::string> readable;  // what a worker in its sandbox may read
 };
 
 // Looks at a document. Answers: Opened or Refused.
@@ -67,7 +69,8 @@ using Order = std::variant<StartOrder, OpenOrder, PagesOrder, AssembleOrder, Qui
 // ---- events: worker to supervisor ----
 
 struct Ready {
-  std::string failure;  // why the engine did not start; empty when it did
+  std::string failure;      // why the engine did not start; empty when it did
+  std::string sandbox_gap;  // what the kernel lacks for the sandbox; empty when it is whole
 };
 
 struct Opened {

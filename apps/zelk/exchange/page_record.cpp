@@ -19,9 +19,10 @@ class Writer {
  public:
   template <typename Number>
   void number(Number value) {
-    static_assert(std::is_trivially_copyable_v<Number>);
+    static_assert(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>);
     _bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
   }
+  void flag(bool value) { number(std::uint8_t{value}); }
   void text(std::string_view value) {
     number(std::uint64_t{value.size()});
     _bytes.append(value);
@@ -39,8 +40,16 @@ class Reader {
 
   template <typename Number>
   void number(Number& value) {
+    static_assert(std::is_arithmetic_v<Number> && !std::is_same_v<Number, bool>);
     const std::string_view bytes = take(sizeof value);
     if (!bytes.empty()) std::memcpy(&value, bytes.data(), sizeof value);
+  }
+  // Only 0 and 1 are values of a bool; a damaged or forged file holds others.
+  void flag(bool& value) {
+    std::uint8_t byte = 0;
+    number(byte);
+    _complete = _complete && byte <= 1;
+    value = byte == 1;
   }
   void text(std::string& value) {
     std::uint64_t size = 0;
@@ -70,8 +79,8 @@ void visit_fields(Stream& stream, Record& record) {
   stream.number(record.page);
   stream.text(record.failure);
   stream.text(record.warning);
-  stream.number(record.is_unreadable);
-  stream.number(record.has_own_text);
+  stream.flag(record.is_unreadable);
+  stream.flag(record.has_own_text);
   stream.text(record.text);
   stream.text(record.json);
   stream.text(record.jpeg);

@@ -167,6 +167,8 @@ void add_worker_options(CLI::App& app, Options& options) {
              "A worker is replaced after so many pages (default: 500)");
   add_number("--max-pixels", options.max_pixels, "N", range<std::int64_t>(1000, 1'000'000'000'000),
              "Larger PDF pages are rendered smaller, pictures refused (default: 120000000)");
+  app.add_flag("!--no-sandbox", options.sandbox, "Leave workers the rights of the program")
+      ->group("Workers and limits");
   app.add_option_function<std::string>(
          "--max-failed-pages",
          [&options](const std::string& text) {
@@ -192,7 +194,7 @@ void add_message_options(CLI::App& app, Options& options) {
   app.add_flag_function(
          "-q,--quiet", [](std::int64_t) {}, "Complaints only: no progress, no summary")
       ->group("Messages");
-  app.add_flag("-v,--verbose", options.verbose, "A line for each document that is finished")
+  app.add_flag("-v,--verbose", options.verbose, "A line for each document, what engines print")
       ->group("Messages");
   app.add_flag("--list-langs", options.list_languages, "List the languages that can be used")
       ->group("Information");

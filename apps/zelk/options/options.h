@@ -60,6 +60,7 @@ struct Options {
   int page_timeout = 180;   // seconds
   int memory_limit = 2048;  // MiB for each worker
   int recycle = 500;        // pages after which a worker is replaced
+  bool sandbox = true;
   FailureLimit max_failed_pages;
   // what people see
   ProgressStyle progress = ProgressStyle::kAutomatic;

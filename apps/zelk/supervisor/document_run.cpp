@@ -179,7 +179,6 @@ void DocumentRun::handle_opened(const Job& job, const Opened& event, const std::
     std::filesystem::remove(scratch + "/" + input_name(job.source));
   }
   source.pages = event.pages;
-  open_pages();
 }
 
 void DocumentRun::handle_refused(const Job& job, const Refused& event) {
@@ -193,11 +192,17 @@ void DocumentRun::handle_refused(const Job& job, const Refused& event) {
   source.opened = true;
   source.failure = fmt::format("{}: {}", source.path, event.reason);
   source.pages = {{}};
-  open_pages();
+}
+
+// The next step is taken only when a worker is free again: it will be given that step.
+void DocumentRun::settle(const Job& job) {
+  if (job.kind == Job::Kind::kOpen) open_pages();
+  check_pages();
 }
 
 // Once every file is open the document's pages are known.
 void DocumentRun::open_pages() {
+  if (_stage != Stage::kOpening) return;
   if (!std::all_of(_sources.begin(), _sources.end(), [](const Source& s) { return s.opened; }))
     return;
   std::string digests;
@@ -224,7 +229,6 @@ void DocumentRun::open_pages() {
   _stage = Stage::kRecognizing;
   _setting.listener.document_opened(_input.name, static_cast<int>(_wanted.size()));
   load_records();
-  check_pages();
 }
 
 // Pages that an earlier run has finished are done; the others wait.
@@ -256,7 +260,6 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
   move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
   page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false,
              event.is_unreadable, event.has_own_text});
-  check_pages();
 }
 
 // A worker that says a job is done has answered for all of it, or it is at fault.
@@ -267,6 +270,7 @@ void DocumentRun::handle_end(const Job& job) {
   if (job.kind == Job::Kind::kOpen && _stage == Stage::kOpening && !_sources[job.source].opened) {
     handle_fault(job, 0, "the worker gave no answer");
   }
+  settle(job);
 }
 
 void DocumentRun::handle_fault(const Job& job, int number, const std::string& cause) {
@@ -275,6 +279,7 @@ void DocumentRun::handle_fault(const Job& job, int number, const std::string& ca
     Source& source = _sources[job.source];
     source.given_out = false;
     if (!source.opened && ++source.attempts >= kAttempts) handle_refused(job, {cause, false});
+    settle(job);
     return;
   }
   if (job.kind == Job::Kind::kAssemble) {
@@ -284,7 +289,7 @@ void DocumentRun::handle_fault(const Job& job, int number, const std::string& ca
   }
   give_back(job, number);
   if (number > 0 && _holders.erase(number) > 0) fail_page(job, number, cause);
-  check_pages();
+  settle(job);
 }
 
 bool DocumentRun::holds(const Job& job, int page) const {

@@ -104,6 +104,7 @@ class DocumentRun {
   void handle_refused(const Job& job, const Refused& event);
   void handle_page(const Job& job, const PageFinished& event, const std::string& scratch);
   void handle_end(const Job& job);
+  void settle(const Job& job);
   void open_pages();
   void load_records();
   bool holds(const Job& job, int page) const;

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <system_error>
 
-#include "engine_location.h"
 #include "exchange/files.h"
+#include "supervisor/engine_location.h"
 
 namespace cli {
 namespace {

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "exchange/cbor.h"
 #include "exchange/files.h"
 
 namespace cli {
@@ -101,7 +102,7 @@ std::optional<DocumentOutcome> Journal::delivered(const std::string& key) const 
   const std::optional<std::string> bytes = read_file(folder_of(key) + "/" + kDelivered);
   if (!_resume || !bytes) return {};
   try {
-    const Json json = Json::from_cbor(*bytes);
+    const Json json = parse_cbor(*bytes);
     if (!outputs_are_untouched(json)) return {};
     return from_json(json);
   } catch (const Json::exception&) {

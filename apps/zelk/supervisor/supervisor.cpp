@@ -14,13 +14,14 @@
 #include <system_error>
 #include <utility>
 
-#include "engine_location.h"
 #include "exchange/files.h"
 #include "supervisor/delivery.h"
 #include "supervisor/document_run.h"
 #include "supervisor/engine_identity.h"
+#include "supervisor/engine_location.h"
 #include "supervisor/interruption.h"
 #include "supervisor/journal.h"
+#include "supervisor/readable_paths.h"
 #include "supervisor/run_folder.h"
 #include "supervisor/worker_pool.h"
 
@@ -61,8 +62,8 @@ bool any_pictures(const Inputs& inputs) {
 
 class Supervisor {
  public:
-  Supervisor(const Options& options, const std::string& engine_dir, Inputs inputs, Output& results,
-             RunListener& listener);
+  Supervisor(const Options& options, const std::string& engine_dir, const std::string& engine_data,
+             Inputs inputs, Output& results, RunListener& listener);
   ExitCode run(std::string& complaint);
 
  private:
@@ -77,7 +78,7 @@ class Supervisor {
   void drop_finished();
   void end(DocumentOutcome outcome);
   void interrupt();
-  WorkerPool::Setting pool_setting(const std::string& engine_dir) const;
+  WorkerPool::Setting pool_setting(const std::string& engine_data) const;
 
   const Options& _options;
   std::string _engine_dir;
@@ -96,8 +97,9 @@ class Supervisor {
   std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
 };
 
-Supervisor::Supervisor(const Options& options, const std::string& engine_dir, Inputs inputs,
-                       Output& results, RunListener& listener)
+Supervisor::Supervisor(const Options& options, const std::string& engine_dir,
+                       const std::string& engine_data, Inputs inputs, Output& results,
+                       RunListener& listener)
     : _options(options),
       _engine_dir(engine_dir),
       _inputs(std::move(inputs)),
@@ -106,7 +108,7 @@ Supervisor::Supervisor(const Options& options, const std::string& engine_dir, In
       _journal(open_journal(options)),
       _folder(_journal ? _journal->path() : ""),
       _document_setting{options, _folder.path(), listener, nullptr},
-      _pool(pool_setting(engine_dir)) {
+      _pool(pool_setting(engine_data)) {
   if (!_journal) return;
   _engine_identity = engine_identity(engine_dir);
   _document_setting.attach = [this](DocumentRun& document, const std::string& digests) {
@@ -114,9 +116,11 @@ Supervisor::Supervisor(const Options& options, const std::string& engine_dir, In
   };
 }
 
-WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_dir) const {
+WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_data) const {
   WorkerPool::Setting setting;
-  setting.start.engine_dir = std::filesystem::absolute(engine_dir).string();
+  setting.start.engine_dir = std::filesystem::absolute(_engine_dir).string();
+  setting.start.sandbox = _options.sandbox;
+  setting.start.readable = readable_paths(_engine_dir, engine_data);
   setting.start.memory_limit_mib = _options.memory_limit;
   setting.start.dpi = _options.dpi.value_or(0);
   setting.start.max_pixels = _options.max_pixels;
@@ -158,9 +162,12 @@ ExitCode Supervisor::run(std::string& complaint) {
   tell_of_hopeless_inputs();
   try {
     work();
-    complaint = _pool.engine_failure();
-    if (!complaint.empty()) {
-      complaint = fmt::format("no engine: {}{} {}", _engine_dir, kEngineFile, complaint);
+    if (!_pool.sandbox_gap().empty()) {
+      complaint = fmt::format("the sandbox is not whole: the kernel lacks {}", _pool.sandbox_gap());
+    }
+    if (!_pool.engine_failure().empty()) {
+      complaint =
+          fmt::format("no engine: {}{} {}", _engine_dir, kEngineFile, _pool.engine_failure());
       _exit_codes.insert(kNoEngine);
     }
   } catch (const std::system_error& error) {
@@ -340,9 +347,11 @@ void Supervisor::end(DocumentOutcome outcome) {
 
 }  // namespace
 
-ExitCode run_documents(const Options& options, const std::string& engine_dir, Inputs inputs,
-                       Output& results, RunListener& listener, std::string& complaint) {
-  return Supervisor(options, engine_dir, std::move(inputs), results, listener).run(complaint);
+ExitCode run_documents(const Options& options, const std::string& engine_dir,
+                       const std::string& engine_data, Inputs inputs, Output& results,
+                       RunListener& listener, std::string& complaint) {
+  return Supervisor(options, engine_dir, engine_data, std::move(inputs), results, listener)
+      .run(complaint);
 }
 
 }  // namespace cli

@@ -10,11 +10,12 @@
 namespace cli {
 
 // Recognises documents with workers and delivers their outputs. Tells everything that happens to
-// the listener and returns the run's exit code. `engine_dir` ends in "/"; results for standard
-// output go to `results`. A missing engine is told through `complaint`, which also names what else
-// ended the run early.
-ExitCode run_documents(const Options& options, const std::string& engine_dir, Inputs inputs,
-                       Output& results, RunListener& listener, std::string& complaint);
+// the listener and returns the run's exit code. `engine_dir` ends in "/"; `engine_data` is what
+// else the engine reads, may be empty; results for standard output go to `results`. A missing
+// engine is told through `complaint`, which also names what else ended the run early.
+ExitCode run_documents(const Options& options, const std::string& engine_dir,
+                       const std::string& engine_data, Inputs inputs, Output& results,
+                       RunListener& listener, std::string& complaint);
 
 }  // namespace cli
 

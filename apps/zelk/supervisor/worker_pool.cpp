@@ -166,6 +166,7 @@ void WorkerPool::handle_ready(Place& place, const Ready& event) {
     return;
   }
   _failed_starts = 0;
+  _sandbox_gap = event.sandbox_gap;
   place.ready = true;
   if (place.job) begin(place);
 }

@@ -44,6 +44,8 @@ class WorkerPool {
   bool works_on(const DocumentRun& document) const;
   // Why no engine can be started; empty as long as that is not known.
   const std::string& engine_failure() const { return _engine_failure; }
+  // What the kernel lacks for the workers' sandbox; empty when it is whole or not wanted.
+  const std::string& sandbox_gap() const { return _sandbox_gap; }
   int workers_started() const { return _workers_started; }
   long peak_memory_kib() const { return _peak_memory_kib; }
 
@@ -81,6 +83,7 @@ class WorkerPool {
   std::list<Place> _places;
   std::list<Leaving> _leaving;
   std::string _engine_failure;
+  std::string _sandbox_gap;
   int _failed_starts = 0;  // one after another
   int _workers_started = 0;
   long _peak_memory_kib = 0;

@@ -66,6 +66,7 @@ void close_if_open(int& descriptor) {
   dup2(log, STDERR_FILENO);
   const std::string from = std::to_string(fcntl(orders, F_DUPFD, kLowestPipe));
   const std::string to = std::to_string(fcntl(events, F_DUPFD, kLowestPipe));
+  setenv("TMPDIR", scratch.c_str(), 1);  // the only folder that it may write to
   if (chdir(scratch.c_str()) == 0) {
     execl("/proc/self/exe", "zelk", kWorkerArgument, from.c_str(), to.c_str(), nullptr);
   }

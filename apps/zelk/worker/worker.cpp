@@ -21,11 +21,10 @@
 #include "worker/document_pages.h"
 #include "worker/order_pipe.h"
 #include "worker/page_recognizer.h"
+#include "worker/sandbox.h"
 #include "writers/page_jpeg.h"
 
 namespace cli {
-
-const char* const kWorkerArgument = "--worker";
 
 namespace {
 
@@ -64,6 +63,9 @@ void write_output(const AssembleOrder::Target& target, const OutputOrder& docume
 }
 
 void limit_memory(int mebibytes) {
+#if defined(__SANITIZE_ADDRESS__)
+  return;  // its shadow takes terabytes of address space
+#endif
   if (mebibytes <= 0) return;
   const struct rlimit limit = {static_cast<rlim_t>(mebibytes) << 20, static_cast<rlim_t>(mebibytes)
                                                                          << 20};
@@ -135,8 +137,10 @@ void Worker::start(const StartOrder& order) {
   _settings = order;
   limit_memory(order.memory_limit_mib);
   silence_decoders();
-  const std::string failure = _recognizer.start(order.engine_dir);
-  _pipe.send(Ready{failure});
+  Ready ready;
+  ready.failure = _recognizer.start(order.engine_dir);
+  if (order.sandbox && ready.failure.empty()) ready.sandbox_gap = enter_sandbox(order.readable);
+  _pipe.send(ready);
 }
 
 DocumentPages& Worker::document(const std::string& input) {

@@ -5,7 +5,7 @@
 namespace cli {
 
 // The first argument that makes the program a worker; the descriptors for orders and events follow.
-extern const char* const kWorkerArgument;
+inline constexpr const char* kWorkerArgument = "--worker";
 
 // Does orders until told to quit, in the working directory, which is its scratch folder. Returns
 // the exit code, which says nothing: a worker has ended well only when it said Bye.

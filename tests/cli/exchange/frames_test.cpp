@@ -67,6 +67,21 @@ TEST(Frames, EveryChangedBitIsNoticed) {
   }
 }
 
+TEST(Frames, AFloodOfMagicWordsAndFalseFramesIsGotOver) {
+  std::string damaged = cli::encode_frame(std::string(1000, 'x'));
+  damaged.back() = 'y';
+  std::string flood;
+  while (flood.size() < cli::kLongestFrame / 2) flood += damaged.substr(0, 8);
+  for (int count = 0; count < 50; ++count) flood += damaged;
+  cli::FrameReader reader;
+  reader.feed(flood);
+  reader.feed(cli::encode_frame("body"));
+  EXPECT_EQ(bodies_of(reader), std::vector<std::string>{"body"});
+  for (int count = 0; count < 100; ++count) reader.feed(damaged);
+  reader.feed(cli::encode_frame("body"));
+  EXPECT_EQ(bodies_of(reader), std::vector<std::string>()) << "it is not heard any more";
+}
+
 TEST(Frames, ABodyBeyondTheLimitIsRefused) {
   EXPECT_THROW(cli::encode_frame(std::string(cli::kLongestFrame + 1, 'x')), std::length_error);
 }

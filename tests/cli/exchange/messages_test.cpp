@@ -57,10 +57,24 @@ TEST(Messages, EventsKeepTheirFields) {
 TEST(Messages, WhatIsNoMessageIsNothing) {
   EXPECT_FALSE(cli::decode_event("").has_value());
   EXPECT_FALSE(cli::decode_event("garbage").has_value());
+  EXPECT_FALSE(cli::decode_event(std::string("\x82\xF9\x46\x00\xA0", 5)).has_value()) << "6.0";
   const std::string bytes = cli::encode_event(cli::PageStarted{3});
   EXPECT_FALSE(cli::decode_event(bytes.substr(0, bytes.size() - 1)).has_value());
   // An order is no event, although both are numbered from 0.
   EXPECT_FALSE(cli::decode_event(cli::encode_order(cli::PagesOrder{"a", {}, ""})).has_value());
+}
+
+TEST(Messages, NestingWithoutEndIsNothing) {
+  const std::string arrays(2'000'000, '\x81');  // CBOR: an array of one, in an array of one, ...
+  EXPECT_FALSE(cli::decode_event(arrays).has_value());
+  EXPECT_FALSE(cli::decode_order(arrays).has_value());
+}
+
+TEST(Messages, NumbersAreBroughtIntoTheRangeOfAnInt) {
+  const auto event = cli::decode_event(cli::encode_event(cli::Opened{{{1e300, -1e300}}, "", ""}));
+  ASSERT_TRUE(event.has_value());
+  EXPECT_EQ(std::get<cli::Opened>(*event).pages.at(0).width, 2147483647.0);
+  EXPECT_EQ(std::get<cli::Opened>(*event).pages.at(0).height, -2147483648.0);
 }
 
 }  // namespace

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H
+#define ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H
+
+#include <string>
+
+namespace cli {
+
+// Path of the running program, links resolved.
+std::string program_file();
+
+// The directory of the engine, ending in "/": the one asked for, else zelk/engine/ in the library
+// folder that belongs to the program's, in a build folder and in an installation, wherever it was
+// moved to.
+std::string engine_directory(const std::string& asked_for);
+
+// Why there is no engine to start in the directory; empty when there is one.
+std::string missing_engine_reason(const std::string& directory);
+
+extern const char* const kEngineFile;
+
+}  // namespace cli
+
+#endif  // ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H
