@@ -144,6 +144,7 @@ TEST_F(SearchablePdf, FolderThatVanishesMeanwhileIsAnErrorAndTheNextDocumentIsWr
   std::filesystem::create_directory(folder.path("out"));
   EXPECT_EQ(zelk_recognize(), 0);
   EXPECT_STREQ(zelk_get_ocr_string(), "threefour");
+  zelk_free_image_document();
   EXPECT_EQ(zelk_load_image_document(output.c_str(), 72), 2);
   EXPECT_EQ(files_beside_output(), 1U);
 }

@@ -6,7 +6,7 @@ import os
 import subprocess
 import unittest
 
-from program import ProgramTest, bmp, pdf
+from program import CRASHED, ProgramTest, bmp, pdf
 
 WIDTHS = (36, 72, 108, 144, 180, 216)
 
@@ -30,11 +30,11 @@ class FaultyPages(ProgramTest):
         self.assert_nothing_is_left()
 
     def test_a_crash_costs_its_page(self):
-        self.assert_only_fails(self.recognize("crash@72"), "the worker crashed (SIGSEGV)", 72)
+        self.assert_only_fails(self.recognize("crash@72"), CRASHED, 72)
 
     def test_a_crash_on_every_page_costs_all_of_them(self):
         faults = ",".join(f"crash@{width}" for width in WIDTHS)
-        self.assert_only_fails(self.recognize(faults), "the worker crashed (SIGSEGV)", *WIDTHS)
+        self.assert_only_fails(self.recognize(faults), CRASHED, *WIDTHS)
 
     def test_a_page_that_hangs_is_given_up_after_the_timeout(self):
         result = self.recognize("hang@108", "--page-timeout", "2")
@@ -57,7 +57,7 @@ class FaultyPages(ProgramTest):
     def test_several_faults_in_one_document_are_told_apart(self):
         result = self.recognize("crash@36,refuse@108,exit@216")
         self.assert_result(result, 5, self.texts_without(36, 108, 216))
-        self.assert_complains(result, "page 1: the worker crashed", "page 3: the engine refused",
+        self.assert_complains(result, f"page 1: {CRASHED}", "page 3: the engine refused",
                               "page 6: the worker ended")
 
     def test_an_engine_that_prints_does_no_harm(self):
@@ -91,7 +91,7 @@ class FaultyPages(ProgramTest):
         self.assertEqual(len(document["pages"]), 6)
         self.assertIsNone(document["pages"][1])
         self.assertEqual(document["failed_pages"],
-                         [{"page": 2, "cause": "the worker crashed (SIGSEGV)"}])
+                         [{"page": 2, "cause": CRASHED}])
 
     def test_a_failed_page_stands_in_the_pdf_as_its_picture(self):
         target = self.folder / "out.pdf"
@@ -143,7 +143,7 @@ class EngineThatCannotStart(ProgramTest):
         page = self.file("a.bmp", bmp(4, 2))
         result = self.run_program(page, fake="crash-at-start")
         self.assert_result(result, 3, b"")
-        self.assert_complains(result, "libQVEngine.so did not start: the worker crashed (SIGSEGV)")
+        self.assert_complains(result, f"libQVEngine.so did not start: {CRASHED}")
         self.assert_nothing_is_left()
 
 

@@ -12,6 +12,10 @@ PROGRAM = os.environ["ZELK_PROGRAM"]
 FAKES = pathlib.Path(os.environ["ZELK_FAKES"])
 DATA = pathlib.Path(os.environ["ZELK_TEST_DATA"])
 
+# How a crash is told; sanitizers catch the signal and end the process.
+CRASHED = ("the worker ended by itself (exit code 1)" if os.environ.get("ZELK_SANITIZED") else
+           "the worker crashed (SIGSEGV)")
+
 
 def bmp(width, height):
     """A white 24-bit picture."""

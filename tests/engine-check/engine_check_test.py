@@ -66,6 +66,9 @@ FAULTS = {
     "FailsAfterFork": ("resources.after-fork", "fail", "another result"),
     "HangsInFork": ("resources.in-fork", "warn", "no end within 2 s"),
 }
+# What a fault may bring about besides, depending on the moment: a thread that begins or runs while
+# its library is closed can hold it, and its stack counts as growth.
+CONSEQUENCES = {"LeavesThread": ("lifecycle.restart", "lifecycle.unmapped")}
 
 
 def check(*arguments, fault=""):
@@ -118,7 +121,9 @@ class EngineCheck(unittest.TestCase):
             with self.subTest(fault):
                 code = {"warn": 5, "fail": 6}[severity]
                 report = self.report(FAKES / "faulty", "--timeout", "6", code=code, fault=fault)
-                self.assertEqual(not_passed(report), [(name, severity)])
+                found = [(check, result) for check, result in not_passed(report)
+                         if check not in CONSEQUENCES.get(fault, ())]
+                self.assertEqual(found, [(name, severity)])
                 self.assertEqual(report["result"], severity)
                 finding = next(f for f in report["findings"] if f["check"] == name)
                 self.assertIn(seen, finding["seen"])

@@ -51,7 +51,7 @@ bool refuse(scmp_filter_ctx filter, const char* name) {
 // kill and tgkill, as abort() uses it, reach this process and no other.
 bool keep_signals_home(scmp_filter_ctx filter) {
   const auto self = static_cast<scmp_datum_t>(getpid());
-  const scmp_arg_cmp others = SCMP_A0(SCMP_CMP_NE, self);
+  const scmp_arg_cmp others = {0, SCMP_CMP_NE, self, 0};  // the first argument is another process
   return seccomp_rule_add_array(filter, kRefuse, SCMP_SYS(kill), 1, &others) == 0 &&
          seccomp_rule_add_array(filter, kRefuse, SCMP_SYS(tgkill), 1, &others) == 0;
 }
