@@ -67,7 +67,8 @@ void draw_line(GreyPage& page, Point a, Point b) {
     for (int x = low(a.x, b.x); x <= high(a.x, b.x); ++x) {
       const double outside = distance({x + 0.5, y + 0.5}, a, b) - kPen;
       const auto grey = static_cast<std::uint8_t>(255 * std::clamp(outside + 0.5, 0.0, 1.0));
-      auto& pixel = page.pixels[static_cast<std::size_t>(y * page.width + x)];
+      auto& pixel = page.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(page.width) +
+                                static_cast<std::size_t>(x)];
       pixel = std::min(pixel, grey);
     }
   }

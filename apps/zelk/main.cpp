@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -77,11 +78,18 @@ ExitCode run(const Options& options, Output& results) {
   return recognize(options, engine_dir, results);
 }
 
+// The number that a worker's argument holds; -1, which nothing can be read from, for anything else.
+int descriptor_in(std::string_view argument) {
+  int number = -1;
+  std::from_chars(argument.data(), argument.data() + argument.size(), number);
+  return number;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc == 4 && std::string_view(argv[1]) == cli::kWorkerArgument) {
-    return cli::run_worker(std::atoi(argv[2]), std::atoi(argv[3]));
+    return cli::run_worker(descriptor_in(argv[2]), descriptor_in(argv[3]));
   }
   Output results(cli::claim_standard_output());
   // A reader that has gone and a file that may not grow are write errors like any other.

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "console/columns.h"
 #include "console/outcome_json.h"
@@ -66,7 +67,7 @@ std::string bar_name(const std::string& name) {
 }  // namespace
 
 std::string clock_time(double seconds) {
-  const long whole = static_cast<long>(std::clamp(seconds, 0.0, 1e9) + 0.5);
+  const long whole = std::lround(std::clamp(seconds, 0.0, 1e9));
   if (whole < 3600) return fmt::format("{}:{:02}", whole / 60, whole % 60);
   return fmt::format("{}:{:02}:{:02}", whole / 3600, whole / 60 % 60, whole % 60);
 }

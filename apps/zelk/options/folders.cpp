@@ -45,7 +45,8 @@ class Walk {
     }
     if (error) content.unreadable.push_back({path, error.message()});
     std::sort(names.begin(), names.end());
-    for (const std::string& name : names) take(path, below.empty() ? name : below + "/" + name);
+    const std::string prefix = below.empty() ? "" : below + "/";
+    for (const std::string& name : names) take(path, prefix + name);
   }
 
   void mark_seen(const FileIdentity& folder) { _seen.insert(folder); }

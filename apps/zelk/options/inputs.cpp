@@ -78,7 +78,7 @@ std::string check_outputs_differ(const Options& options, const Inputs& inputs) {
       const bool is_stream = is_one_stream(options) && target.path == options.output;
       if (target.path == "-" || (is_stream && stream_claimed)) continue;
       stream_claimed = stream_claimed || is_stream;
-      const std::string mistake = claim(owners, target.path, document.name);
+      std::string mistake = claim(owners, target.path, document.name);
       if (!mistake.empty()) return mistake;
     }
   }

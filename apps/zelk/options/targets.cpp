@@ -49,6 +49,7 @@ std::vector<InputDocument::Target> targets_of(const Options& options, const std:
 
 std::vector<std::string> distinct_names(const std::vector<std::string>& paths) {
   std::vector<std::string> names;
+  names.reserve(paths.size());
   for (const std::string& path : paths) names.push_back(without_extension(path));
   // A name that is kept whole can be the short name of another ("a.png" and "a.png.gif"), so that
   // one round may not be enough; each round lengthens names, and none twice.

@@ -76,7 +76,7 @@ class Supervisor {
   void deliver_document(DocumentRun& document);
   void make_folders(const InputDocument& input) const;
   void drop_finished();
-  void end(DocumentOutcome outcome);
+  void end(const DocumentOutcome& outcome);
   void interrupt();
   WorkerPool::Setting pool_setting(const std::string& engine_data) const;
 
@@ -146,7 +146,7 @@ std::optional<std::string> Supervisor::attach(DocumentRun& document, const std::
   for (const auto& target : document.input().targets) facts += "\n" + target.path;
   for (const int page : document.wanted()) facts += fmt::format(" {}", page);
   const std::string key = digest_of_text(facts).substr(0, 32);
-  const std::optional<std::string> folder = _journal->open_document(key);
+  std::optional<std::string> folder = _journal->open_document(key);
   if (!folder) return {};
   document.set_journal_key(key);
   if (std::optional<DocumentOutcome> delivered = _journal->delivered(key)) {
@@ -215,13 +215,13 @@ void Supervisor::tell_of_hopeless_inputs() {
     outcome.name = input.name;
     outcome.state = DocumentState::kUnreadable;
     outcome.cause = input.reason;
-    end(std::move(outcome));
+    end(outcome);
   }
   for (const std::string& name : _inputs.skipped) {
     DocumentOutcome outcome;
     outcome.name = name;
     outcome.state = DocumentState::kSkipped;
-    end(std::move(outcome));
+    end(outcome);
   }
 }
 
@@ -303,7 +303,7 @@ void Supervisor::drop_finished() {
                        document.outcome().state == DocumentState::kInterrupted;
     if (stays && _journal) _journal->keep();
     document.remove_files();
-    end(std::move(document.outcome()));
+    end(document.outcome());
     place = _documents.erase(place);
   }
 }
@@ -313,11 +313,11 @@ void Supervisor::interrupt() {
   if (_journal && !_documents.empty()) _journal->keep();
   for (const auto& document : _documents) {
     if (!document->is_finished()) document->finish(DocumentState::kInterrupted, "interrupted");
-    end(std::move(document->outcome()));
+    end(document->outcome());
   }
 }
 
-void Supervisor::end(DocumentOutcome outcome) {
+void Supervisor::end(const DocumentOutcome& outcome) {
   ++_totals.documents;
   _totals.pages += static_cast<int>(outcome.pages.size());
   for (const PageOutcome& page : outcome.pages) _totals.failed_pages += !page.failure.empty();

@@ -35,8 +35,8 @@ bool decrypt_pdf(const std::string& path, const std::string& password,
   qpdf_silence_errors(document.get());
   qpdf_set_suppress_warnings(document.get(), QPDF_TRUE);
   if (failed(qpdf_read(document.get(), path.c_str(), password.c_str()))) {
-    const qpdf_error error = qpdf_get_error(document.get());
-    if (qpdf_get_error_code(document.get(), error) != qpdf_e_password) return false;
+    const auto code = qpdf_get_error_code(document.get(), qpdf_get_error(document.get()));
+    if (code != qpdf_e_password) return false;
     throw UnreadableDocument(
         password.empty() ? "a password is needed (--password)" : "the password is wrong", true);
   }
