@@ -28,7 +28,7 @@ struct Subject {
   std::filesystem::path scratch;      // an empty folder of this check's own
   std::chrono::milliseconds limit{};  // for the whole check
 
-  std::string library() const { return directory + "libQVEngine.so"; }
+  std::string engine_file() const { return directory + "libQVEngine.so"; }
 };
 
 // What a check saw. Passes unless something is reported.

@@ -13,7 +13,7 @@ GreyPage uniform_page(int width, int height, std::uint8_t grey) {
 
 GreyPage noise_page(int width, int height) {
   GreyPage page = uniform_page(width, height, 0);
-  std::mt19937 random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same noise in every run
+  std::mt19937 random(1);  // the same noise in every run
   for (std::uint8_t& pixel : page.pixels) pixel = static_cast<std::uint8_t>(random() >> 24);
   return page;
 }

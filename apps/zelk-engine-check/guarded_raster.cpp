@@ -60,7 +60,7 @@ GuardedRaster::~GuardedRaster() {
 }
 
 void GuardedRaster::fill(const GreyPage& page, Padding padding) {
-  std::mt19937 random(2);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same noise in every run
+  std::mt19937 random(2);  // the same noise in every run
   for (int y = 0; y < height_; ++y) {
     unsigned char* const row = rows_ + static_cast<std::ptrdiff_t>(y) * line_bytes_;
     fill_row(page, y, bits_, row);

@@ -111,7 +111,7 @@ void print(const std::string& text) {
 }
 
 Report examine(const Options& options, const std::vector<Check>& checks, Subject& subject) {
-  Report report{subject.library(), options.image, {}, {}};
+  Report report{subject.engine_file(), options.image, {}, {}};
   bool useless = false;
   for (const Check& check : checks) {
     if (useless) {

@@ -54,7 +54,7 @@ std::string json_of(const Report& report) {
                         {"seen", on_one_line(finding.seen)},
                         {"milliseconds", finding.milliseconds}});
   }
-  Json json = {{"engine", report.library},
+  Json json = {{"engine", report.engine_file},
                {"page", report.page.empty() ? Json() : Json(report.page)},
                {"result", name_of(report.worst())},
                {"findings", findings},

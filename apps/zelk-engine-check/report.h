@@ -11,7 +11,7 @@
 namespace engine_check {
 
 struct Report {
-  std::string library;
+  std::string engine_file;
   std::string page;  // the image file, empty for the bundled page
   std::vector<Finding> findings;
   std::vector<std::string> not_run;

@@ -52,7 +52,7 @@ void PDF_s::raise() {
   raised = true;
   if (armed) {
     armed = false;
-    // NOLINTNEXTLINE(cert-err52-cpp): the jump that callers of the interface have armed.
+    // The jump that callers of the interface have armed.
     longjmp(buffer.jbuf, 1);
   }
   if (handler != nullptr) handler(this, static_cast<int>(number), text.c_str());

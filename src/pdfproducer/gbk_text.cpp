@@ -2,6 +2,7 @@
 #include "pdfproducer/gbk_text.h"
 
 #include <array>
+#include <cstdint>
 
 #include "pdfproducer/error.h"
 
@@ -22,8 +23,7 @@ bool is_trail(unsigned byte) {
 
 iconv_t open_converter(const char* encoding) {
   iconv_t converter = iconv_open("UTF-16BE", encoding);
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): this is how iconv tells a failure.
-  if (converter == reinterpret_cast<iconv_t>(-1)) {
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) {
     throw Error(ErrorNumber::kInternal, std::string("the system does not convert ") + encoding);
   }
   return converter;

@@ -31,7 +31,6 @@ typedef void* (*PDF_allocproc)(PDF* p, size_t size, const char* caller);
 typedef void* (*PDF_reallocproc)(PDF* p, void* memory, size_t size, const char* caller);
 typedef void (*PDF_freeproc)(PDF* p, void* memory);
 
-// NOLINTNEXTLINE(bugprone-macro-parentheses): a type and a parameter list stand without.
 #define ZELK_PDF_API_MEMBER(result, name, parameters) result(*PDF_##name) parameters;
 
 typedef struct PDFlib_api_s {

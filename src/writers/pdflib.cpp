@@ -1,113 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+// The methods that forward to the library.
 #include "writers/pdflib.h"
 
-#include <algorithm>
-#include <climits>
-#include <csetjmp>
-#include <type_traits>
-#include <utility>
+#include "writers/pdflib_call.h"
 
-namespace {
-
-constexpr std::size_t kTableSize = 1480;
-constexpr int kMajor = 7;
-constexpr int kMinor = 0;
-constexpr const char* kOwnErrors = "pdflib";  // the name under which the binding's own errors arise
-
-// The C form of an argument: strings become zero-terminated text, everything else stays.
-const char* c_form(const std::string& text) {
-  return text.c_str();
-}
-template <typename Value>
-Value c_form(Value value) {
-  return value;
-}
-
-int length_of(const std::string& text) {
-  return static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX));
-}
-
-std::string string_of(const char* text) {
-  return text == nullptr ? std::string() : std::string(text);
-}
-
-std::string string_of(const char* text, int size) {
-  return text == nullptr || size <= 0 ? std::string()
-                                      : std::string(text, static_cast<std::size_t>(size));
-}
-
-// Libraries hand out the jump buffer bare or in a holder.
-template <typename Holder>
-decltype(auto) jump_buffer(Holder* holder) {
-  if constexpr (requires { holder->jbuf; })
-    return (holder->jbuf);
-  else
-    return (*holder);
-}
-
-}  // namespace
-
-PDFlib::Exception::Exception(std::string errmsg, int errnum, std::string apiname, void* opaque)
-    : m_errmsg(std::move(errmsg)),
-      m_errnum(errnum),
-      m_apiname(std::move(apiname)),
-      m_opaque(opaque) {}
-
-// The only place that arms the jump buffer. The library's jump discards the frames of `invoke` and
-// the call below it, which therefore hold nothing with a destructor; results are written through
-// `call` into the caller's frame, so that nothing in this one changes after setjmp. The conditions
-// are nested because setjmp may only stand in a comparison that is the whole condition.
-[[gnu::noinline]] void PDFlib::protect(void (*invoke)(void*), void* call) {
-  if (p != nullptr) {
-    // NOLINTNEXTLINE(cert-err52-cpp): the library's interface leaves no other way.
-    if (setjmp(jump_buffer(pdf_jbuf(p))) == 0) invoke(call);
-  }
-  if (pdf_catch(p) == 0) return;
-  void* const opaque = PDF_get_opaque(p);
-  const std::string apiname = string_of(PDF_get_apiname(p));
-  const int errnum = PDF_get_errnum(p);
-  throw Exception(string_of(PDF_get_errmsg(p)), errnum, apiname, opaque);
-}
-
-template <typename Call>
-auto PDFlib::guarded(Call call) {
-  using Result = decltype(call());
-  if constexpr (std::is_void_v<Result>) {
-    protect([](void* body) { (*static_cast<Call*>(body))(); }, &call);
-  } else {
-    Result result{};
-    auto keep = [&] { result = call(); };
-    protect([](void* body) { (*static_cast<decltype(keep)*>(body))(); }, &keep);
-    return result;
-  }
-}
-
-template <typename Entry, typename... Arguments>
-auto PDFlib::forward(Entry PDFlib_api::*entry, const Arguments&... arguments) {
-  return guarded([&] { return (m_PDFlib_api->*entry)(p, c_form(arguments)...); });
-}
-
-PDFlib::PDFlib(AllocProc allocproc, ReallocProc reallocproc, FreeProc freeproc, void* opaque)
-    : m_PDFlib_api(PDF_get_api()) {
-  if (m_PDFlib_api->sizeof_PDFlib_api != kTableSize || m_PDFlib_api->major != kMajor ||
-      m_PDFlib_api->minor != kMinor)
-    throw Exception("loaded wrong version of PDFlib library", 0, kOwnErrors, opaque);
-  p = m_PDFlib_api->PDF_new2(nullptr, allocproc, reallocproc, freeproc, opaque);
-  if (p == nullptr) throw Exception("No memory for PDFlib object", 0, kOwnErrors, opaque);
-  try {
-    guarded([this] {
-      PDF_set_parameter(p, "binding", "C++");
-      PDF_set_parameter(p, "objorient", "true");
-    });
-  } catch (...) {
-    m_PDFlib_api->PDF_delete(p);
-    throw;
-  }
-}
-
-PDFlib::~PDFlib() noexcept {
-  m_PDFlib_api->PDF_delete(p);
-}
+using pdflib_call::length_of;
+using pdflib_call::string_of;
 
 // ---- document ----
 int PDFlib::begin_document(const std::string& filename, const std::string& optlist) {

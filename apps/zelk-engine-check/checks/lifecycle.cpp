@@ -27,7 +27,7 @@ void starts(const Subject& subject, Verdict& verdict) {
 
 // What the library does in a directory where the engine finds nothing of its own.
 int start_elsewhere(const Subject& subject, const std::string& directory) {
-  void* const library = dlopen(subject.library().c_str(), RTLD_NOW);
+  void* const library = dlopen(subject.engine_file().c_str(), RTLD_NOW);
   const auto init = reinterpret_cast<QV_INIT_ENGINE_LIB>(dlsym(library, "qv_init_engine"));
   const auto uninit = reinterpret_cast<QV_UNINIT_ENGINE>(dlsym(library, "qv_uninit_engine"));
   const int code = init(directory.c_str());
@@ -85,7 +85,7 @@ void threads(const Subject& subject, Verdict& verdict) {
 
 void unmapped(const Subject& subject, Verdict& verdict) {
   start_and_stop(subject, subject.bundled_page);
-  if (is_mapped(subject.library())) {
+  if (is_mapped(subject.engine_file())) {
     verdict.fail("it stays mapped (GNU_UNIQUE symbols, -z nodelete, or opened twice)");
   }
   verdict.note("it is gone");

@@ -17,14 +17,15 @@ constexpr const char* kEntryPoints[] = {
     "qv_get_result_ex", "qv_get_result_unicode", "qv_get_result_json"};
 
 void opens(const Subject& subject, Verdict& verdict) {
-  if (dlopen(subject.library().c_str(), RTLD_NOW) == nullptr) {
+  if (dlopen(subject.engine_file().c_str(), RTLD_NOW) == nullptr) {
     // As the library says it.
-    verdict.fail(fmt::format("{}: dlopen () ERROR, Message({}).", subject.library(), dlerror()));
+    verdict.fail(
+        fmt::format("{}: dlopen () ERROR, Message({}).", subject.engine_file(), dlerror()));
   }
 }
 
 void entry_points(const Subject& subject, Verdict& verdict) {
-  void* const library = dlopen(subject.library().c_str(), RTLD_NOW);
+  void* const library = dlopen(subject.engine_file().c_str(), RTLD_NOW);
   int found = 0;
   for (const char* name : kEntryPoints) {
     if (dlsym(library, name) == nullptr) {
@@ -37,7 +38,7 @@ void entry_points(const Subject& subject, Verdict& verdict) {
 }
 
 void exports(const Subject& subject, Verdict& verdict) {
-  const auto names = exported_symbols(subject.library());
+  const auto names = exported_symbols(subject.engine_file());
   for (const std::string& name : names) {
     if (!name.starts_with("qv_")) verdict.fail(fmt::format("{} is exported", name));
   }
