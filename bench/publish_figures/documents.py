@@ -63,9 +63,9 @@ def lay_out_test_data(folder):
         (folder / name).mkdir(parents=True)
     for file in sorted(data.iterdir()):
         if file.is_file() and file.suffix not in ('.md', '.txt'):
-            (folder / 'pages' / file.name).symlink_to(file)
+            shutil.copy(file, folder / 'pages')
         elif file.suffix == '.txt':
-            (folder / 'truth' / file.name).symlink_to(file)
+            shutil.copy(file, folder / 'truth')
     (folder / 'hostile').symlink_to(data / 'hostile')
     return folder
 
@@ -75,26 +75,25 @@ class Documents:
         self.given = data is not None
         self.scratch = scratch
         scratch.mkdir(parents=True, exist_ok=True)
-        self.folder = pathlib.Path(data) if data else lay_out_test_data(scratch / 'data')
-        if few:
-            self.folder = self.first_few(self.folder)
+        self.all = pathlib.Path(data) if data else lay_out_test_data(scratch / 'data')
+        self.folder = self.first_few() if few else self.all
 
-    def first_few(self, folder):
+    def first_few(self):
         """Small documents of both languages, to try things out."""
         small = self.scratch / 'few'
         shutil.rmtree(small, ignore_errors=True)
         (small / 'pages').mkdir(parents=True)
         for name in ('truth', 'hostile', 'README.md'):
-            (small / name).symlink_to((folder / name).resolve())
-        pages = sorted((folder / 'pages').iterdir(), key=lambda file: file.stat().st_size)
+            (small / name).symlink_to((self.all / name).resolve())
+        pages = sorted((self.all / 'pages').iterdir(), key=lambda file: file.stat().st_size)
         for start in ('en', 'zh', 'scan'):
             for file in [file for file in pages if file.name.startswith(start)][:2]:
-                (small / 'pages' / file.name).symlink_to(file.resolve())
+                shutil.copy(file, small / 'pages')
         return small
 
     def longest(self):
         """The PDF with the most pages: long runs are made of them."""
-        return max(sorted((self.folder / 'pages').glob('*.pdf')), key=page_count)
+        return max(sorted((self.all / 'pages').glob('*.pdf')), key=page_count)
 
     def long(self, pages):
         target = self.scratch / f'{pages}-pages.pdf'
@@ -112,7 +111,7 @@ class Documents:
         return folder
 
     def texts(self, language):
-        """What the documents say; tests/data has few that are named by their language."""
+        """What the documents say that are named by their language."""
         files = sorted((self.folder / 'truth').glob('*.txt'))
         return [file.read_text(encoding='utf8') for file in files
                 if file.name.startswith(language)]
