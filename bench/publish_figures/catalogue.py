@@ -54,12 +54,12 @@ SANDBOX = (
     Figure('sandbox/processor', 'its processor time', 's', at_most(1.02), 'the same'),
 )
 SANDBOX_START = (
-    Figure('sandbox/start', 'what the rules cost when a worker starts: with them less without', 'ms',
-           digits=1),
+    Figure('sandbox/start', 'what the rules cost when a worker starts: with them less without',
+           'ms', digits=1),
 )
 LIBRARY = (
-    Figure('whole/time', 'a whole document through `libzelk.so`, processor time', 's', at_most(1.05),
-           '`tesseract -l chi_sim+eng` on the rendered pages, one thread', 1),
+    Figure('whole/time', 'a whole document through `libzelk.so`, processor time', 's',
+           at_most(1.05), '`tesseract -l chi_sim+eng` on the rendered pages, one thread', 1),
     Figure('library_memory', 'peak memory of the longest document, result texts taken off', 'MiB',
            at_most(1.1), 'of the shorter one', 1),
 )
@@ -70,8 +70,8 @@ ENGINE = (
     Figure('bench/BM_OpenMpContainment/chinese', 'the same of Chinese', 's', None, 'the same'),
 )
 ENGINE_PROCESSOR = (
-    Figure('bench/BM_OpenMpContainment/english/processor', 'processor time saved, English', 'times'),
-    Figure('bench/BM_OpenMpContainment/chinese/processor', 'processor time saved, Chinese', 'times'),
+    Figure('bench/BM_OpenMpContainment/english/processor', 'the same of processor time, English'),
+    Figure('bench/BM_OpenMpContainment/chinese/processor', 'the same of processor time, Chinese'),
 )
 PDF = (
     Figure('pdf/speed', 'searchable PDF with a stand-in engine, processor time a page', 'ms',
@@ -80,7 +80,8 @@ PDF = (
            at_most(1.5), 'the shortest one', 1),
 )
 SIZE = tuple(
-    Figure(f'size/{language}-{dpi}', f'running {name} text at {dpi} dots per inch', 'bytes', digits=0)
+    Figure(f'size/{language}-{dpi}', f'running {name} text at {dpi} dots per inch', 'bytes',
+           digits=0)
     for language, name in (('en', 'Latin'), ('zh', 'Chinese')) for dpi in (200, 300))
 
 
@@ -99,20 +100,20 @@ def conversions():
         for target, to in (('wchar', 'wide characters'), ('utf16', 'UTF-16, then widened')):
             yield Figure(f'bench/widen/{language}_iconv_{target}',
                          f'`utf8towchar`, 4 MB of {name} results', 'ms', reference=f'iconv to {to}')
-        yield Figure(f'bench/narrow/{language}_iconv_utf16', f'`wstrtostr`, the same in {name}', 'ms',
-                     reference='iconv from UTF-16')
+        yield Figure(f'bench/narrow/{language}_iconv_utf16', f'`wstrtostr`, the same in {name}',
+                     'ms', reference='iconv from UTF-16')
 
 
 COPIES = (
     Figure('bench/BM_PageToRaster', 'page to raster, A4 at 300 dots per inch', 'ms', at_most(1.1),
            'memset and memcpy of the same bytes'),
-    Figure('bench/BM_PageWithoutAlpha/1653/2338', 'four to three bytes a pixel, A4 at 200', 'ms', None,
-           'memcpy of the page'),
-    Figure('bench/BM_PageWithoutAlpha/2480/3508', 'the same at 300', 'ms', None,
-           'memcpy of the page'),
+    Figure('bench/BM_PageWithoutAlpha/1653/2338', 'four to three bytes a pixel, A4 at 200', 'ms',
+           reference='memcpy of the page'),
+    Figure('bench/BM_PageWithoutAlpha/2480/3508', 'the same at 300', 'ms',
+           reference='memcpy of the page'),
     *turns(), *conversions())
 HOSTILE = (
-    Figure('hostile/ended', 'files that ended a run otherwise than by code 0 or 2', '', at_most(0),
+    Figure('hostile/ended', 'files that ended a run otherwise than their kind may', '', at_most(0),
            digits=0),
     Figure('hostile/seconds', 'the longest run', 's', at_most(60), digits=1),
     Figure('hostile/mb', 'the highest peak of a process', 'MB', digits=0),

@@ -8,12 +8,14 @@ from .records import documents_of
 
 KIB = 1024
 FORMATS = {'.pdf': 'PDF', '.tif': 'TIFF', '.tiff': 'TIFF'}
+ABOUT_THE_FILE = (0, 2, 5, 6, 8)  # exit codes of the command line that a file may bring about
 LANGUAGES = {('en',): 'Latin', ('zh',): 'Chinese', ('en', 'zh'): 'both'}
 
 
 def curve(records, prefix):
     """[(pages, MiB)], shortest document first."""
-    points = {int(key.split('/')[1]): value / KIB for record in records for key, value in record.items()
+    points = {int(key.split('/')[1]): value / KIB
+              for record in records for key, value in record.items()
               if key.startswith(f'{prefix}/')}
     return sorted(points.items())
 
@@ -37,7 +39,7 @@ def hostile(records):
     rows = documents_of(records)
     if not rows:
         return {}
-    return {'hostile/ended': sum(row['code'] not in (0, 2) for row in rows),
+    return {'hostile/ended': sum(row['code'] not in ABOUT_THE_FILE for row in rows),
             'hostile/seconds': max(row['seconds'] for row in rows),
             'hostile/mb': max(row['mb'] for row in rows)}
 

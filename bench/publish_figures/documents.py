@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The documents that are measured: those of a folder DATA, or what the tests have, laid out alike."""
+"""The documents that are measured: those of a folder, or what the tests have, laid out alike."""
 import pathlib
 import re
 import shutil
@@ -33,7 +33,7 @@ def running_text(texts, is_han):
         text = re.sub(f'[^{HAN}]', '', ''.join(texts))
         width = 46
     else:
-        text = re.sub('[^!-~ ]+', ' ', ' '.join(' '.join(texts).split()))
+        text = ' '.join(re.sub('[^!-~]+', ' ', ' '.join(texts)).split())
         width = 84
     text = (text + ('' if is_han else ' ')) * (CHARACTERS // max(1, len(text)) + 1)
     if not text.strip():

@@ -83,7 +83,7 @@ class Load:
         self.wall, self.busy, self.own = os.times().elapsed, busy_seconds(), own_seconds()
 
     def share_of_others(self):
-        """Of all processor time that the machine has; measurements that run at once count each other."""
+        """Of all processor time that the machine has."""
         available = (os.times().elapsed - self.wall) * os.cpu_count()
         others = (busy_seconds() - self.busy) - (own_seconds() - self.own)
         return max(0.0, others / available) if available > 0 else 0.0

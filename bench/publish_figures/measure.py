@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 """The measurements: each calls one of the project's programs and yields what a run of it told.
 
-A measurement that fails leaves its reason in its records, and the others go on. What is timed runs alone; memory,
-error rates and the like do not depend on what else runs, and are measured as many at a time as there are cores.
+A measurement that fails leaves its reason in its records, and the others go on. What is timed runs
+alone; memory, error rates and the like do not depend on what else runs, and are measured as many at
+a time as there are cores.
 """
 import concurrent.futures
 import os

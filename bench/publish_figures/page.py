@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """A page of Markdown tables that remembers which targets were met."""
 import pathlib
+import textwrap
 
 REASONS = pathlib.Path(__file__).with_name('reasons.tsv')
 UNKNOWN = 'No reason is known yet.'
@@ -25,8 +26,9 @@ class Page:
         self.results, self.reasons = results, reasons
         self.lines, self.verdicts = [], []
 
-    def text(self, *lines):
-        self.lines += [*lines, '']
+    def text(self, paragraph):
+        self.lines += [*textwrap.wrap(paragraph, 118, break_long_words=False,
+                                      break_on_hyphens=False), '']
 
     def table(self, head, rows):
         self.lines.append(f'| {" | ".join(head)} |')
@@ -62,8 +64,9 @@ class Page:
                 rows.append(self.absent(figure, measurement, 6))
                 continue
             spread = f'{shown(samples.low, figure.digits)} to {shown(samples.high, figure.digits)}'
-            rows.append([figure.what, f'{shown(samples.median, figure.digits)} {figure.unit}', spread,
-                         samples.runs, *self.judged(figure, samples.median, figure.digits)])
+            median = f'{shown(samples.median, figure.digits)} {figure.unit}'.strip()
+            rows.append([figure.what, median, spread, samples.runs,
+                         *self.judged(figure, samples.median, figure.digits)])
         return rows
 
     def compared(self, measurement, figures):

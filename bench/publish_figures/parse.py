@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """What the measuring programs print, as dictionaries of figures or of table rows.
 
-A figure is named GROUP/NAME; one that is compared has the parts GROUP/NAME:ours, :reference and :ratio. Text that
-does not look as expected is an error, never a missing figure.
+A figure is named GROUP/NAME; one that is compared has the parts GROUP/NAME:ours, :reference and
+:ratio. Text that does not look as expected is an error, never a missing figure.
 """
 import json
 import re
@@ -141,7 +141,7 @@ EXTRACTORS = ('PDFium', 'pdf.js', 'pdftotext -raw', 'pdftotext, any order', 'pdf
 
 
 def round_trip(text):
-    """A row for each document: for each extractor the rate of the worst page and the sum over pages."""
+    """A row for each document: each extractor's rate of the worst page, and the sum over pages."""
     documents = {}
     for line in text.splitlines()[1:]:
         page = re.fullmatch(r'(\S.*?) +\d+ +(\d+) ((?: *\d+\.\d\d){5}) +([\d.]+)', line)

@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 """Raw results: one file of JSON lines for each measurement, written as they come.
 
-The first line tells how it was measured; then one line for each run ({"figure": value}), or for each document
-({"document": name, ...}), and {"failed": reason} when it broke off. Measuring again replaces the file.
+The first line tells how it was measured; then one line for each run ({"figure": value}), or for
+each document ({"document": name, ...}), and {"failed": reason} when it broke off. Measuring again
+replaces the file.
 """
 import json
 

@@ -9,8 +9,8 @@ RATES = list(catalogue.ROUND_TRIP)
 
 def command_line(page):
     page.text('## The command line')
-    page.text('`bench/compare` on the first pages of the longest document, half English and half Chinese where that is '
-              'mixed, `chi_sim+eng` for all programs.')
+    page.text('`bench/compare` on the first pages of the longest document, `chi_sim+eng` for all '
+              'programs.')
     page.absolute_table(('compare_start', catalogue.START[:2]),
                         ('compare_memory', catalogue.START[2:]))
     page.compared_table(('compare_document', catalogue.PROGRAMS[:2]),
@@ -25,8 +25,8 @@ def throughput(page):
         samples = page.results.samples(f'throughput/{jobs}')
         if samples is None:
             break
-        rows.append((jobs, shown(samples.median, 1), f'{shown(samples.low, 1)} to {shown(samples.high, 1)}',
-                     samples.runs))
+        spread = f'{shown(samples.low, 1)} to {shown(samples.high, 1)}'
+        rows.append((jobs, shown(samples.median, 1), spread, samples.runs))
     page.table(('workers', 'pages a minute', 'lowest to highest', 'runs'),
                rows or [('', page.results.failure('throughput'), '', '')])
     page.text('![Pages a minute by workers](figures/throughput.png)')
@@ -34,7 +34,8 @@ def throughput(page):
 
 def sandbox(page):
     page.text('## The sandbox')
-    page.text('`bench/sandbox_cost`, pairs of runs by turns; the ratios are medians of the pairs\' ratios.')
+    page.text('`bench/sandbox_cost`, pairs of runs by turns; the ratios are medians of those of '
+              'the pairs.')
     page.compared_table(('sandbox', catalogue.SANDBOX))
     page.absolute_table(('sandbox', catalogue.SANDBOX_START))
 
@@ -42,7 +43,8 @@ def sandbox(page):
 def library(page):
     page.text('## The library')
     page.text('`bench/whole_document`, and with `--memory` for documents of several lengths; '
-              '`pdfproducer_memory` for the producer, whose pages have 2,000 characters and a picture.')
+              '`pdfproducer_memory` for the producer, whose pages have 2,000 characters and a '
+              'picture.')
     page.compared_table(('whole_document', catalogue.LIBRARY[:1]),
                         ('library_memory', catalogue.LIBRARY[1:]),
                         ('producer_memory', catalogue.PDF[1:]))
@@ -62,8 +64,9 @@ def engine(page):
 
 
 def accuracy(page):
-    page.text('`scripts/measure-accuracy`: character error rate in percent, averages over documents. The baseline is '
-              'the program `tesseract` with the data that suits the page.')
+    page.text('`scripts/measure-accuracy`: character error rate in percent, averages over '
+              'documents. The baseline is the program `tesseract` with the data that suits the '
+              'page.')
     records = page.results.of('accuracy')
     rows = [(kind, documents, shown(rate), *difference(page, kind, rate, baseline))
             for kind, (documents, rate, baseline) in derive.accuracy_kinds(records).items()]
@@ -91,17 +94,18 @@ def searchable_pdf(page):
     page.text('## Searchable PDFs')
     page.text('`searchable_pdf_speed`:')
     page.compared_table(('searchable_pdf_speed', catalogue.PDF[:1]))
-    page.text('Bytes beside the JPEG for 2,000 characters, of pages full of running text that are set for this:')
+    page.text('Bytes beside the JPEG for 2,000 characters, of pages full of running text that are '
+              'set for this:')
     page.absolute_table(('full_pages', catalogue.SIZE))
     page.text('![Bytes a character by kind](figures/pdf-size.png)')
     round_trip(page)
 
 
 def round_trip(page):
-    page.text('`scripts/check-searchable-pdf`: character error rates in percent of text that others read back, '
-              'averages over pages. A document misses when one of its pages is above '
-              + limits() + ', or has a blank between Han characters, a character more than a point out of place or a '
-              'picture that differs.')
+    page.text('`scripts/check-searchable-pdf`: character error rates in percent of text that '
+              'others read back, averages over pages. A document misses when one of its pages is '
+              f'above {limits()}, or has a blank between Han characters, a character more than a point '
+              'out of place or a picture that differs.')
     records = page.results.of('round_trip')
     kinds = derive.kinds_of(page.results.of('accuracy'))
     rows = [(kind, documents, pages, f'{characters:,}', *map(shown, rates), misses)
@@ -110,14 +114,15 @@ def round_trip(page):
     failure = page.results.failure('round_trip')
     page.table(('kind', 'documents', 'pages', 'characters', *RATES, 'documents that miss'),
                rows or [(failure, *[''] * (len(RATES) + 4))])
-    page.text('The same of each document\'s worst page, the largest distance in points of a character from its '
-              'box, and the bytes a character beside the JPEGs:')
+    page.text('The same of the worst page of each document, the largest distance in points of a '
+              'character from its box, and the bytes a character beside the JPEGs:')
     page.table(('document', 'pages', 'characters', *RATES, 'off by', 'bytes', 'limits', ''),
                [read_back(page, row) for row in documents_of(records)])
 
 
 def limits():
-    return ', '.join(f'{limit:g} % ({name})' for name, limit in catalogue.ROUND_TRIP.items() if limit)
+    return ', '.join(f'{limit:g} % ({name})'
+                     for name, limit in catalogue.ROUND_TRIP.items() if limit)
 
 
 def read_back(page, row):
@@ -125,7 +130,8 @@ def read_back(page, row):
     told = f'{len(misses)} misses: {"; ".join(misses)[:100]}' if misses else ''
     return (name, row['pages'], f'{row["characters"]:,}', *map(shown, row['rates']),
             shown(row['off']), shown(row.get('bytes', 0), 1),
-            *page.mark(f'round_trip/{name}', f'reading back {name}', told, 'none missed', not misses))
+            *page.mark(f'round_trip/{name}', f'reading back {name}', told, 'none missed',
+                       not misses))
 
 
 def pixels_and_text(page):

@@ -4,10 +4,15 @@ from . import measure, plot, sections
 from .page import Page, known_reasons, shown
 from .results import Results
 
-INTRODUCTION = '''\
-Written by `bench/publish`; `scripts/setup compare` installs what it calls, so anyone can repeat it with one command.
-A run is one call of the program that is named; what is compared takes turns within each run. Medians stand with the
-lowest and the highest run. A ratio is zelk by what it is compared with, unless its row says otherwise.'''
+INTRODUCTION = (
+    'Written by `bench/publish`; `scripts/setup compare` installs what it calls, so anyone can '
+    'repeat it with one command. A run is one call of the program that is named; what is compared '
+    'takes turns within each run. Medians stand with the lowest and the highest run. A ratio is zelk by '
+    'what it is compared with, unless its row says otherwise.')
+TRIAL = '**This was a trial with few pages and runs (`--quick`): no figure here says anything.**'
+NO_DATA = (
+    'No folder of documents was given: what is in `tests/data` was measured, and long documents '
+    'are made of its pages. Baselines are not known for them.')
 
 
 def write(records, target):
@@ -31,10 +36,9 @@ def introduce(head, results):
     head.text(INTRODUCTION)
     told = results.measured().values()
     if any(one['plan'] != 'full' for one in told):
-        head.text('**This was a trial with few pages and runs (`--quick`): no figure here says anything.**')
+        head.text(TRIAL)
     if any(not one['data'] for one in told):
-        head.text('No folder of documents was given: what is in `tests/data` was measured, and long '
-                  'documents are made of its pages. Baselines are not known for them.')
+        head.text(NO_DATA)
 
 
 def verdict(head, page):
