@@ -56,6 +56,7 @@ SANDBOX = (
 SANDBOX_START = (
     Figure('sandbox/start', 'what the rules cost when a worker starts: with them less without',
            'ms', digits=1),
+    Figure('sandbox/start_processor', 'the same of processor time', 'ms', digits=1),
 )
 LIBRARY = (
     Figure('whole/time', 'a whole document through `libzelk.so`, processor time', 's',

@@ -100,7 +100,8 @@ def speed(text):
 
 SANDBOX = {
     'start with the sandbox': 'sandbox/start:ours', 'start without': 'sandbox/start:reference',
-    'difference': 'sandbox/start', 'pages with the sandbox': 'sandbox/wall:ours',
+    'difference': 'sandbox/start', 'difference of processor time': 'sandbox/start_processor',
+    'pages with the sandbox': 'sandbox/wall:ours',
     'pages without': 'sandbox/wall:reference', 'ratio, wall time': 'sandbox/wall:ratio',
     'ratio, processor time': 'sandbox/processor:ratio',
 }

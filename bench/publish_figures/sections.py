@@ -104,8 +104,8 @@ def searchable_pdf(page):
 def round_trip(page):
     page.text('`scripts/check-searchable-pdf`: character error rates in percent of text that '
               'others read back, averages over pages. A document misses when one of its pages is '
-              f'above {limits()}, or has a blank between Han characters, a character more than a point '
-              'out of place or a picture that differs.')
+              f'above {limits()}, or has a blank between Han characters, a character more than a '
+              'point out of place or a picture that differs.')
     records = page.results.of('round_trip')
     kinds = derive.kinds_of(page.results.of('accuracy'))
     rows = [(kind, documents, pages, f'{characters:,}', *map(shown, rates), misses)

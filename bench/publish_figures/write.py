@@ -7,8 +7,8 @@ from .results import Results
 INTRODUCTION = (
     'Written by `bench/publish`; `scripts/setup compare` installs what it calls, so anyone can '
     'repeat it with one command. A run is one call of the program that is named; what is compared '
-    'takes turns within each run. Medians stand with the lowest and the highest run. A ratio is zelk by '
-    'what it is compared with, unless its row says otherwise.')
+    'takes turns within each run. Medians stand with the lowest and the highest run. A ratio is '
+    'zelk by what it is compared with, unless its row says otherwise.')
 TRIAL = '**This was a trial with few pages and runs (`--quick`): no figure here says anything.**'
 NO_DATA = (
     'No folder of documents was given: what is in `tests/data` was measured, and long documents '
