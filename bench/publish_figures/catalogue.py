@@ -77,6 +77,8 @@ ENGINE_PROCESSOR = (
 PDF = (
     Figure('pdf/speed', 'searchable PDF with a stand-in engine, processor time a page', 'ms',
            at_most(1.15), 'rendering by PDFium, the two copies owed, JPEG'),
+    Figure('pdf/made', 'the same of a document of scans that the program makes', 'ms',
+           at_most(1.15), 'the same'),
     Figure('producer_memory', 'peak memory of the producer, the longest document', 'MiB',
            at_most(1.5), 'the shortest one', 1),
 )

@@ -87,7 +87,10 @@ def searchable_pdf_speed(b):
     pdf = b.documents.long(b.plan.whole_pages)
     engine = f'{b.build}/bench/steady_engine/'
     for _ in range(b.plan.runs):
-        yield parse.speed(b.program('searchable_pdf_speed', engine, pdf, may_miss=True))
+        yield parse.speed(
+            b.program('searchable_pdf_speed', engine, pdf, may_miss=True), 'pdf/speed')
+    if b.plan.made_document:
+        yield parse.speed(b.program('searchable_pdf_speed', engine, may_miss=True), 'pdf/made')
 
 
 def sandbox(b):

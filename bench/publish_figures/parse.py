@@ -62,11 +62,9 @@ def library_memory(text):
 
 
 def producer_memory(text):
-    lines = re.findall(r'(\d+) pages: peak +(\d+) KB, ([\d.]+) ms', text)
     found('ratio', text)
-    figures = {f'producer_memory/{pages}': float(peak) for pages, peak, _ in lines}
-    figures['producer/ms'] = float(lines[-1][2])
-    return figures
+    return {f'producer_memory/{pages}': float(peak)
+            for pages, peak in re.findall(r'(\d+) pages: peak +(\d+) KB', text)}
 
 
 COMPARE = {
@@ -93,9 +91,9 @@ def compare_files(text):
     return compared('compare/loop', zelk, loop, ratio)
 
 
-def speed(text):
+def speed(text, name):
     match = found(r'PDF ([\d.]+) ms, rendering, copies and JPEG ([\d.]+) ms, ratio ([\d.]+)', text)
-    return compared('pdf/speed', *map(float, match.groups()))
+    return compared(name, *map(float, match.groups()))
 
 
 SANDBOX = {
@@ -134,8 +132,8 @@ def accuracy(text):
 
 
 def hostile(text):
-    return [{'document': name, 'code': int(code), 'seconds': float(seconds), 'mb': float(peak)}
-            for name, code, seconds, peak, *_ in cells_of(text)]
+    return [{'document': name, 'code': int(code), 'seconds': float(seconds), 'mb': float(peak),
+             'said': said} for name, code, seconds, peak, said in cells_of(text)]
 
 
 EXTRACTORS = ('PDFium', 'pdf.js', 'pdftotext -raw', 'pdftotext, any order', 'pdftotext')
