@@ -237,7 +237,7 @@ class OnePage(unittest.TestCase):
 
 
 class Reasons(unittest.TestCase):
-    def test_are_for_figures_and_documents_that_exist(self):
+    def test_name_a_figure_and_say_a_sentence(self):
         for key, reason in known_reasons().items():
             self.assertRegex(key, '^[a-z_]+/[^ ]+$')
             self.assertRegex(reason, r'^[A-Z].*\.$')
