@@ -6,6 +6,7 @@ alone; memory, error rates and the like do not depend on what else runs, and are
 a time as there are cores.
 """
 import concurrent.futures
+import contextlib
 import os
 import pathlib
 import shutil
@@ -20,6 +21,19 @@ from .documents import ROOT
 DPI = '200'
 
 
+MISSED = (0, 1)  # of programs that know their own targets
+MISSED_BY_XARGS = (0, 123)
+
+
+class Ended(RuntimeError):
+    """A program failed; `output` is what it told before."""
+
+    def __init__(self, program, done):
+        said = (done.stderr.strip() or done.stdout.strip() or 'silently').splitlines()[-1]
+        super().__init__(f'{pathlib.Path(program).name} ended with {done.returncode}: {said[:300]}')
+        self.output = done.stdout
+
+
 class Bench:
     """What the measurements share: the build, the documents and the plan."""
 
@@ -27,14 +41,21 @@ class Bench:
         self.build, self.documents, self.plan = build, documents, plan
         self.cores = os.cpu_count()
 
-    def run(self, *command, may_miss=False):
-        """Output of a program; one that knows its own target may end with 1."""
+    def run(self, *command, codes=(0,)):
+        """Output of a program that ends with one of these codes."""
         done = subprocess.run(list(map(str, command)), cwd=ROOT, capture_output=True, text=True)
-        if done.returncode not in ((0, 1) if may_miss else (0,)):
-            said = (done.stderr.strip() or done.stdout.strip()).splitlines()
-            name = pathlib.Path(command[0]).name
-            raise RuntimeError(f'{name} ended with {done.returncode}: {" ".join(said[-1:])[:300]}')
+        if done.returncode not in codes or 'Traceback' in done.stderr:
+            raise Ended(command[0], done)
         return done.stdout
+
+    def rows(self, parser, *command, **options):
+        """What a program tells of one document after the other, to where it breaks off."""
+        try:
+            yield from parser(self.run(*command, **options))
+        except Ended as failure:
+            with contextlib.suppress(ValueError):  # nothing told is no news beside the failure
+                yield from parser(failure.output)
+            raise failure
 
     def program(self, name, *arguments, **options):
         return self.run(self.build / 'bench' / name, *arguments, **options)
@@ -88,9 +109,9 @@ def searchable_pdf_speed(b):
     engine = f'{b.build}/bench/steady_engine/'
     for _ in range(b.plan.runs):
         yield parse.speed(
-            b.program('searchable_pdf_speed', engine, pdf, may_miss=True), 'pdf/speed')
+            b.program('searchable_pdf_speed', engine, pdf, codes=MISSED), 'pdf/speed')
     if b.plan.made_document:
-        yield parse.speed(b.program('searchable_pdf_speed', engine, may_miss=True), 'pdf/made')
+        yield parse.speed(b.program('searchable_pdf_speed', engine, codes=MISSED), 'pdf/made')
 
 
 def sandbox(b):
@@ -120,18 +141,17 @@ def library_memory(b):
 
 def producer_memory(b):
     yield parse.producer_memory(
-        b.program('pdfproducer_memory', *b.plan.producer_memory, may_miss=True))
+        b.program('pdfproducer_memory', *b.plan.producer_memory, codes=MISSED))
 
 
 def accuracy(b):
-    yield from parse.accuracy(
-        b.run(ROOT / 'scripts/measure-accuracy', '--build', b.build, b.documents.folder))
+    yield from b.rows(parse.accuracy, ROOT / 'scripts/measure-accuracy', '--build', b.build,
+                      b.documents.folder)
 
 
 def hostile(b):
-    yield from parse.hostile(
-        b.run(ROOT / 'scripts/measure-hostile', b.documents.folder, b.build / 'bin/zelk',
-              may_miss=True))
+    yield from b.rows(parse.hostile, ROOT / 'scripts/measure-hostile', b.documents.folder,
+                      b.build / 'bin/zelk', codes=MISSED)
 
 
 def round_trip(b):
@@ -143,8 +163,8 @@ def full_pages(b):
 
 
 def read_back(b, folder):
-    return parse.round_trip(
-        b.run(ROOT / 'scripts/check-searchable-pdf', folder, b.build, may_miss=True))
+    return b.rows(parse.round_trip, ROOT / 'scripts/check-searchable-pdf', folder, b.build,
+                  codes=MISSED_BY_XARGS)
 
 
 ALONE = (compare_start, bench, openmp, sandbox, searchable_pdf_speed, whole_document,

@@ -96,7 +96,7 @@ def accuracy(results, target):
     kinds = derive.accuracy_kinds(results.of('accuracy'))
     if not kinds:
         return
-    rows = [(f'{kind}\\n({documents})', rate, rate if baseline is None else baseline)
+    rows = [(kind.replace(' ', '\\n') + f'\\n({documents})', rate, rate if baseline is None else baseline)
             for kind, (documents, rate, baseline) in kinds.items()]
     known = any(baseline is not None for _, _, baseline in kinds.values())
     limit = catalogue.ACCURACY.limit
@@ -111,7 +111,7 @@ def accuracy(results, target):
               'offset 0,0.6 font ",12"'
               for column, shift in (((2, -1 / 6), (3, 1 / 6)) if known else ((2, 0.0),))]
     draw(target, 'Character error rate by kind of document', 'kind (number of documents)',
-         'percent', 'set bmargin 5', 'set xlabel offset 0,-0.8',
+         'percent', 'set bmargin 6', 'set xlabel offset 0,-1.6', 'set xtics scale 0',
          'set style data histograms', 'set style histogram clustered gap 1',
          'set style fill solid border -1', 'set boxwidth 0.9',
          f'set yrange [0:{1.35 * most}]', spelled('rates', rows), 'plot ' + ', '.join(plots))

@@ -22,12 +22,12 @@ def write(records, target):
     for section in sections.ALL:
         section(page)
     target.parent.mkdir(parents=True, exist_ok=True)
-    plot.draw_all(results, target.parent / 'figures')
     head = Page(results, {})
     introduce(head, results)
     verdict(head, page)
     machine(head, results)
     target.write_text('\n'.join(head.lines + page.lines).rstrip() + '\n', encoding='utf8')
+    plot.draw_all(results, target.parent / 'figures')
     return f'{len(page.missed())} of {page.judged_count()} targets missed'
 
 

@@ -156,6 +156,7 @@ class OnePage(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
         self.records = Records(self.folder / 'raw')
+        self.documents = documents.Documents(None, self.folder / 'documents')
 
     def keep(self, measurement, *records):
         self.records.begin(measurement, TOLD)
@@ -175,12 +176,20 @@ class OnePage(unittest.TestCase):
             yield {'a': 1}
             raise Broken('out of\npaper')
 
-        class Bench:
-            plan, documents = plan.QUICK, documents.Documents(None, self.folder / 'documents')
-
-        measure.take(breaks_off, Bench, self.records)
+        bench = measure.Bench(self.folder, self.documents, plan.QUICK)
+        measure.take(breaks_off, bench, self.records)
         records = self.records.read('breaks_off')[1]
         self.assertEqual((records[0], failure_of(records)), ({'a': 1}, 'out of paper'))
+
+    def rows_of(self, script):
+        bench = measure.Bench(self.folder, self.documents, plan.QUICK)
+        measure.take(lambda b: b.rows(parse.hostile, 'sh', '-c', script), bench, self.records)
+        return self.records.read('<lambda>')[1]
+
+    def test_documents_before_a_program_breaks_off_are_kept(self):
+        records = self.rows_of('echo "| f |\n|---|\n| a | 0 | 0.1 | 5 |  |"; echo torn >&2; exit 3')
+        self.assertEqual([row['document'] for row in documents_of(records)], ['a'])
+        self.assertEqual(failure_of(records), 'sh ended with 3: torn')
 
     def test_a_row_tells_median_spread_target_and_verdict(self):
         self.keep('compare_start', {'compare/version': 31.0}, {'compare/version': 20.0},
