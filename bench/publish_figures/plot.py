@@ -96,7 +96,8 @@ def accuracy(results, target):
     kinds = derive.accuracy_kinds(results.of('accuracy'))
     if not kinds:
         return
-    rows = [(kind.replace(' ', '\\n') + f'\\n({documents})', rate, rate if baseline is None else baseline)
+    rows = [(kind.replace(' ', '\\n') + f'\\n({documents})', rate,
+             rate if baseline is None else baseline)
             for kind, (documents, rate, baseline) in kinds.items()]
     known = any(baseline is not None for _, _, baseline in kinds.values())
     limit = catalogue.ACCURACY.limit
