@@ -9,7 +9,7 @@ from .records import documents_of
 KIB = 1024
 FORMATS = {'.pdf': 'PDF', '.tif': 'TIFF', '.tiff': 'TIFF'}
 ABOUT_THE_FILE = (0, 2, 5, 6, 8)  # exit codes of the command line that a file may bring about
-LANGUAGES = {('en',): 'Latin', ('zh',): 'Chinese', ('en', 'zh'): 'both'}
+LANGUAGES = {('en',): 'Latin', ('zh',): 'Chinese', ('en', 'zh'): 'Mixed'}
 
 
 def curve(records, prefix):
@@ -55,6 +55,11 @@ def kinds_of(accuracy):
         languages[row['document']].add(row['language'])
     return {name: f'{LANGUAGES[tuple(sorted(known))]} {format_of(name)}'
             for name, known in languages.items()}
+
+
+def with_text(records):
+    """Documents of which the text layer's size says something."""
+    return [row for row in documents_of(records) if row.get('bytes') and row['characters']]
 
 
 def by_kind(rows, kind_of):

@@ -136,9 +136,6 @@ def hostile(text):
              'said': said} for name, code, seconds, peak, said in cells_of(text)]
 
 
-EXTRACTORS = ('PDFium', 'pdf.js', 'pdftotext -raw', 'pdftotext, any order', 'pdftotext')
-
-
 def round_trip(text):
     """A row for each document: each extractor's rate of the worst page, and the sum over pages."""
     documents = {}
@@ -151,7 +148,7 @@ def round_trip(text):
             continue
         row = documents.setdefault(name, {'document': name, 'pages': 0, 'characters': 0,
                                           'rates': [0.0] * 5, 'sums': [0.0] * 5,
-                                          'off': 0.0, 'misses': []})
+                                          'off': 0.0, 'bytes': 0.0, 'misses': []})
         if page:
             row['pages'] += 1
             row['characters'] += int(page[2])

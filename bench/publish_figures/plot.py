@@ -3,7 +3,6 @@
 import subprocess
 
 from . import catalogue, derive
-from .records import documents_of
 
 BLUE, RED, GREEN, ORANGE, PINK, SKY, GREY = (
     '#0072B2', '#D55E00', '#009E73', '#E69F00', '#CC79A7', '#56B4E9', '#666666')
@@ -124,16 +123,16 @@ def spelled(name, rows):
 
 
 SCRIPTS = {'Latin': ('Latin', RED, 7), 'Chinese': ('Chinese', GREEN, 5),
-           'both': ('Latin and Chinese', BLUE, 9), 'no': ('language not told', GREY, 13)}
+           'Mixed': ('Latin and Chinese', BLUE, 9), 'no': ('language not told', GREY, 13)}
 
 
 def pdf_size(results, target):
     kinds = derive.kinds_of(results.of('accuracy'))
     groups = derive.by_kind(
-        [row for row in documents_of(results.of('round_trip')) if row.get('bytes')],
+        derive.with_text(results.of('round_trip')),
         lambda row: kinds.get(row['document'], 'no truth').split()[0])
     series = [(*SCRIPTS[kind], 1.6, rows) for kind, rows in groups.items()]
-    full = [row for row in documents_of(results.of('full_pages')) if row.get('bytes')]
+    full = derive.with_text(results.of('full_pages'))
     for language, kind, point in (('en', 'Latin', 6), ('zh', 'Chinese', 4)):
         rows = [row for row in full if row['document'].startswith(language)]
         series.append((f'{kind}, a page full of running text', SCRIPTS[kind][1], point, 2.6, rows))

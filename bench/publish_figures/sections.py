@@ -127,9 +127,9 @@ def limits():
 
 def read_back(page, row):
     name, misses = row['document'], row['misses']
-    told = f'{len(misses)} misses: {"; ".join(misses)[:100]}' if misses else ''
+    told = '; '.join(misses)[:150]
     return (name, row['pages'], f'{row["characters"]:,}', *map(shown, row['rates']),
-            shown(row['off']), shown(row.get('bytes', 0), 1),
+            shown(row['off']), shown(row['bytes'], 1) if row['characters'] else '',
             *page.mark(f'round_trip/{name}', f'reading back {name}', told, 'none missed',
                        not misses))
 

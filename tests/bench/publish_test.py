@@ -133,7 +133,7 @@ class Derived(unittest.TestCase):
             'Chinese PDF': (1, 8.0, None), 'Chinese TIFF': (1, 5.0, 5.0),
             'Latin PDF': (2, 1.5, 3.5)})
         self.assertEqual(derive.kinds_of(rows),
-                         {'a.pdf': 'Latin PDF', 'b.pdf': 'both PDF', 'c.tiff': 'Chinese TIFF'})
+                         {'a.pdf': 'Latin PDF', 'b.pdf': 'Mixed PDF', 'c.tiff': 'Chinese TIFF'})
 
 
 class Running(unittest.TestCase):
