@@ -61,14 +61,10 @@ def told():
 
 def busy_seconds():
     """Processor seconds that the machine has given to anyone, and that were taken from it."""
-    user, nice, kernel, _, _, interrupts, soft, stolen = map(
-        int, field_of_stat()[:8])
-    return (user + nice + kernel + interrupts + soft + stolen) / os.sysconf('SC_CLK_TCK')
-
-
-def field_of_stat():
     with open('/proc/stat', encoding='utf8') as lines:
-        return lines.readline().split()[1:]
+        ticks = map(int, lines.readline().split()[1:9])
+    user, nice, kernel, _, _, interrupts, soft, stolen = ticks
+    return (user + nice + kernel + interrupts + soft + stolen) / os.sysconf('SC_CLK_TCK')
 
 
 def own_seconds():

@@ -4,9 +4,7 @@ import subprocess
 
 from . import catalogue, derive
 
-BLUE, RED, GREEN, ORANGE, PINK, SKY, GREY = (
-    '#0072B2', '#D55E00', '#009E73', '#E69F00', '#CC79A7', '#56B4E9', '#666666')
-COLOURS = (BLUE, RED, GREEN, ORANGE, PINK, SKY, GREY)
+BLUE, RED, GREEN, ORANGE, GREY = '#0072B2', '#D55E00', '#009E73', '#E69F00', '#666666'
 
 STYLE = '''
 set terminal pngcairo size 1200,700 font "DejaVu Sans,15" background "#ffffff"
@@ -24,13 +22,9 @@ set rmargin 4
 '''
 
 
-def quoted(text):
-    return str(text).replace('\\', '\\\\').replace('"', "'")
-
-
 def block(name, rows):
     """A named block of data; texts in quotes."""
-    lines = [' '.join(f'"{quoted(cell)}"' if isinstance(cell, str) else f'{cell:.6g}'
+    lines = [' '.join(f'"{cell}"' if isinstance(cell, str) else f'{cell:.6g}'
                       for cell in row) for row in rows]
     return '\n'.join([f'${name} << END_OF_DATA', *lines, 'END_OF_DATA'])
 
@@ -114,12 +108,7 @@ def accuracy(results, target):
          'percent', 'set bmargin 6', 'set xlabel offset 0,-1.6', 'set xtics scale 0',
          'set style data histograms', 'set style histogram clustered gap 1',
          'set style fill solid border -1', 'set boxwidth 0.9',
-         f'set yrange [0:{1.35 * most}]', spelled('rates', rows), 'plot ' + ', '.join(plots))
-
-
-def spelled(name, rows):
-    """As block, with the line feeds of labels kept."""
-    return block(name, rows).replace('\\\\n', '\\n')
+         f'set yrange [0:{1.35 * most}]', block('rates', rows), 'plot ' + ', '.join(plots))
 
 
 SCRIPTS = {'Latin': ('Latin', RED, 7), 'Chinese': ('Chinese', GREEN, 5),
