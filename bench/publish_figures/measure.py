@@ -18,7 +18,7 @@ import time
 from . import machine, parse
 from .documents import ROOT
 
-DPI = '200'
+LONGEST = 3600  # seconds: what hangs must not keep the others from running
 
 
 MISSED = (0, 1)  # of programs that know their own targets
@@ -43,7 +43,8 @@ class Bench:
 
     def run(self, *command, codes=(0,)):
         """Output of a program that ends with one of these codes."""
-        done = subprocess.run(list(map(str, command)), cwd=ROOT, capture_output=True, text=True)
+        done = subprocess.run(list(map(str, command)), cwd=ROOT, capture_output=True, text=True,
+                              timeout=LONGEST)
         if done.returncode not in codes or 'Traceback' in done.stderr:
             raise Ended(command[0], done)
         return done.stdout
