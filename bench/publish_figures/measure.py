@@ -174,6 +174,12 @@ TOGETHER = (library_memory, round_trip, accuracy, full_pages, hostile, producer_
 NAMES = [measurement.__name__ for measurement in ALONE + TOGETHER]
 
 
+def reason_of(failure, b):
+    """In one line, with nothing of where this machine keeps its files."""
+    told = ' '.join(str(failure).split()) or type(failure).__name__
+    return told.replace(str(b.documents.all), 'DATA').replace(f'{ROOT}/', '')
+
+
 def take(measurement, b, records):
     """Runs one measurement and keeps what it yields as it comes."""
     name, began = measurement.__name__, time.monotonic()
@@ -185,7 +191,7 @@ def take(measurement, b, records):
             records.add(name, record)
         ending = 'done'
     except Exception as failure:  # whatever it is, the other measurements go on
-        ending = ' '.join(str(failure).split()) or type(failure).__name__
+        ending = reason_of(failure, b)
         records.add(name, {'failed': ending})
     seconds = time.monotonic() - began
     records.add(name, {'seconds': seconds, 'others': watch.share_of_others()})

@@ -174,12 +174,12 @@ class OnePage(unittest.TestCase):
     def test_a_failed_measurement_keeps_its_runs_and_the_others_go_on(self):
         def breaks_off(_):
             yield {'a': 1}
-            raise Broken('out of\npaper')
+            raise Broken(f'out of\npaper in {documents.ROOT}/bench of {self.documents.all}')
 
         bench = measure.Bench(self.folder, self.documents, plan.QUICK)
         measure.take(breaks_off, bench, self.records)
         records = self.records.read('breaks_off')[1]
-        self.assertEqual((records[0], failure_of(records)), ({'a': 1}, 'out of paper'))
+        self.assertEqual((records[0], failure_of(records)), ({'a': 1}, 'out of paper in bench of DATA'))
 
     def rows_of(self, script):
         bench = measure.Bench(self.folder, self.documents, plan.QUICK)
