@@ -47,11 +47,12 @@ void write_page(const PDFlib_api& api, PDF* p, const std::string& jpeg, int page
   api.PDF_begin_page_ext(p, 0, 0, "");
   api.PDF_setcolor(p, "fill", "rgb", 0, 0, 0, 0);
   for (int i = 0; i < kCharacters; ++i) {
+    const int line = i / 40;
     const int ideograph = (i * 7 + page * 13) % 3000;
     const char gbk[] = {static_cast<char>(0xB0 + ideograph / 90),
                         static_cast<char>(0xA1 + ideograph % 90), '\0'};
-    api.PDF_setfont(p, 0, 10.5 + i / 40 % 3);
-    api.PDF_show_xy2(p, gbk, 2, 40 + i % 40 * 12.7, 800 - i / 40 * 14.0);
+    api.PDF_setfont(p, 0, 10.5 + line % 3);
+    api.PDF_show_xy2(p, gbk, 2, 40 + i % 40 * 12.7, 800 - line * 14.0);
   }
   const int image = api.PDF_open_image(p, "jpeg", "memory", jpeg.data(),
                                        static_cast<long>(jpeg.size()), 1653, 2338, 3, 8, "");
@@ -108,7 +109,7 @@ long peak_of(const char* program, int pages, const std::string& image, std::size
 
 int main(int count, char** arguments) {
   if (count == 4) {
-    return write_document(arguments[3], std::atoi(arguments[1]), contents(arguments[2]));
+    return write_document(arguments[3], std::stoi(arguments[1]), contents(arguments[2]));
   }
   const std::string image =
       std::filesystem::temp_directory_path() / ("zelk-memory-" + std::to_string(getpid()) + ".jpg");
