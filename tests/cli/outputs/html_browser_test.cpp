@@ -30,8 +30,7 @@ class HtmlInBrowser : public Records {
         run("(HOME='" + folder.path("") +
             "' timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-dev-shm-usage"
             " --user-data-dir='" +
-            folder.path("profile") + "' --dump-dom 'file://" + page + fragment +
-            "' 2>/dev/null)");
+            folder.path("profile") + "' --dump-dom 'file://" + page + fragment + "' 2>/dev/null)");
     EXPECT_EQ(outcome.status, 0);
     return outcome.output;
   }
