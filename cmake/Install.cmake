@@ -18,13 +18,13 @@ install(TARGETS zelk EXPORT zelkTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBD
 install(FILES src/api/zelkAPI.h src/api/zelk_export.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR})
 install(FILES src/engine/qv_engine.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR}/engine)
 install(FILES README.md CHANGELOG.md SECURITY.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL PATTERN zelk.1 EXCLUDE)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL PATTERN *.1 EXCLUDE)
 
 if(TARGET zelk_cli)
   set_target_properties(zelk_cli PROPERTIES
     INSTALL_RPATH "${PDFium_LIBRARY_DIR};${PDFlib_LIBRARY_DIR}")
   install(TARGETS zelk_cli zelk_engine_check RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(FILES docs/zelk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES docs/zelk.1 docs/zelk-engine-check.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES packaging/bash-completion/zelk
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 endif()

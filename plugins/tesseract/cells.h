@@ -19,7 +19,7 @@ namespace tesseract_engine {
 // tell), laid over its characters. Where two runs meet without a blank, the Latin one is stretched
 // to the edge of the other; where boxes contradict the order of runs, the order counts. A blank is
 // one cell (code 0x20) that spans the gap. All cells of a run are as high as its em is wide, within
-// 0.6 to 1.4 times the em of the line. Vertical lines: square cells from top to bottom, centred in
+// 0.8 to 1.25 times the em of the line. Vertical lines: square cells from top to bottom, centred in
 // the line; blanks are left out.
 //
 // Ligatures come as their letters; a character beyond the Basic Multilingual Plane is one cell with

@@ -3,11 +3,13 @@
 
 #include <FreeImage.h>
 
+#include "readers/netpbm_header.h"
 #include "readers/page_limit.h"
 
 namespace {
 
 bool header_may_be_decoded(FREE_IMAGE_FORMAT type, const char* image_file) {
+  if (is_impossible_netpbm(type, image_file)) return false;
   if (!FreeImage_FIFSupportsNoPixels(type)) return true;
   FIBITMAP* const header = FreeImage_Load(type, image_file, FIF_LOAD_NOPIXELS);
   const bool allowed = may_be_decoded(header);

@@ -46,6 +46,19 @@ class Documentation(unittest.TestCase):
         topics = {line.split(".")[0] for line in listed.stdout.splitlines()}
         self.assertEqual(set(re.findall(r"^\| `([a-z]+)` \|", TEXT, re.MULTILINE)), topics)
 
+    def test_the_manual_page_has_the_options_and_exit_codes_of_the_help(self):
+        file = ROOT / "docs/zelk-engine-check.1"
+        done = subprocess.run(["man", "--warnings", "-l", file], capture_output=True, text=True,
+                              check=True)
+        self.assertEqual(done.stderr, "")
+        shown = subprocess.run([PROGRAM, "--help"], capture_output=True, text=True, check=True)
+        page = file.read_text(encoding="utf-8").replace("\\-", "-")
+        self.assertEqual(set(re.findall(r"\\fB(--[a-z]+)\\fR", page)),
+                         set(re.findall(r"--[a-z]+", shown.stdout)))
+        codes = shown.stdout[shown.stdout.index("Exit code:"):]
+        self.assertEqual(set(re.findall(r"^\.B (\d)$", page, re.MULTILINE)),
+                         set(re.findall(r"\b\d\b", codes)))
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -54,6 +54,7 @@ class Installation(unittest.TestCase):
                     "share/doc/zelk/LICENSE"}
         if PROGRAM_BUILT:
             expected |= {"bin/zelk", "bin/zelk-engine-check", "share/man/man1/zelk.1",
+                         "share/man/man1/zelk-engine-check.1",
                          "share/bash-completion/completions/zelk"}
         expected |= {f"{LIBDIR}/zelk/engine/libQVEngine.so"} if ENGINE_BUILT else set()
         installed = self.installed()

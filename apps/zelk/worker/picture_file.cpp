@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "readers/netpbm_header.h"
 #include "worker/gif_header.h"
 #include "worker/picture_preparation.h"
 
@@ -90,6 +91,7 @@ PictureFile::~PictureFile() {
 PictureHeader PictureFile::header(int index) {
   if (_format == FIF_TIFF) return tiff_header(index);
   if (_format == FIF_GIF) return gif_header(_path);
+  if (is_impossible_netpbm(_format, _path.c_str())) throw UnreadablePage(kNotDecodable);
   const PageBitmap header(
       FreeImage_Load(FREE_IMAGE_FORMAT(_format), _path.c_str(), FIF_LOAD_NOPIXELS));
   if (header == nullptr) throw UnreadablePage(kNotDecodable);

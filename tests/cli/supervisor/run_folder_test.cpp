@@ -35,6 +35,14 @@ TEST(RunFolder, WhatTheDeadLeftBehindIsRemovedAndTheLivingAreSpared) {
                    std::filesystem::path(folder.path()).filename().string()}));
 }
 
+// It holds texts and pictures of pages, below folders that everybody may enter.
+TEST(RunFolder, IsItsOwnersAlone) {
+  const TestFolder parent;
+  const cli::RunFolder folder(parent.path());
+  EXPECT_EQ(std::filesystem::status(folder.path()).permissions(),
+            std::filesystem::perms::owner_all);
+}
+
 TEST(RunFolder, AParentThatIsNotThereIsNamed) {
   try {
     const cli::RunFolder folder("/nowhere/at/all");

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "readers/netpbm_header.h"
+
+#include <FreeImage.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <fstream>
+
+namespace {
+
+bool is_netpbm(int format) {
+  return format == FIF_PBM || format == FIF_PBMRAW || format == FIF_PGM || format == FIF_PGMRAW ||
+         format == FIF_PPM || format == FIF_PPMRAW;
+}
+
+// The next number as FreeImage finds it: whatever is no digit is skipped, a comment to the end of
+// its line, and one byte behind the number. Beyond the limit for all that are larger; 0 for none.
+std::uint64_t next_number(std::istream& stream) {
+  constexpr std::uint64_t kTooLarge = std::uint64_t{INT_MAX} + 1;
+  bool in_comment = false;
+  int byte = stream.get();
+  for (; byte != EOF && (in_comment || byte < '0' || byte > '9'); byte = stream.get()) {
+    in_comment = in_comment ? byte != '\n' : byte == '#';
+  }
+  std::uint64_t number = 0;
+  for (; byte >= '0' && byte <= '9'; byte = stream.get()) {
+    number = std::min(10 * number + static_cast<std::uint64_t>(byte - '0'), kTooLarge);
+  }
+  return number;
+}
+
+}  // namespace
+
+bool is_impossible_netpbm(int format, const char* file) {
+  constexpr std::uint64_t kPixelsPerByte = 1000;
+  if (!is_netpbm(format)) return false;
+  std::ifstream stream(file, std::ios::binary | std::ios::ate);
+  const std::streamoff size = stream.tellg();
+  stream.seekg(2);  // behind the letter P and its digit
+  const std::uint64_t width = next_number(stream);
+  const std::uint64_t height = next_number(stream);
+  if (size < 0 || width < 1 || width > INT_MAX || height < 1 || height > INT_MAX) return true;
+  return width * height > kPixelsPerByte * static_cast<std::uint64_t>(size);
+}
