@@ -12,7 +12,7 @@ namespace {
 
 bool is_netpbm(int format) {
   return format == FIF_PBM || format == FIF_PBMRAW || format == FIF_PGM || format == FIF_PGMRAW ||
-         format == FIF_PPM || format == FIF_PPMRAW;
+         format == FIF_PPM || format == FIF_PPMRAW || format == FIF_PFM;
 }
 
 // The next number as FreeImage finds it: whatever is no digit is skipped, a comment to the end of
@@ -38,7 +38,7 @@ bool is_impossible_netpbm(int format, const char* file) {
   if (!is_netpbm(format)) return false;
   std::ifstream stream(file, std::ios::binary | std::ios::ate);
   const std::streamoff size = stream.tellg();
-  stream.seekg(2);  // behind the letter P and its digit
+  stream.seekg(2);  // behind the letter P and the sort
   const std::uint64_t width = next_number(stream);
   const std::uint64_t height = next_number(stream);
   if (size < 0 || width < 1 || width > INT_MAX || height < 1 || height > INT_MAX) return true;

@@ -19,12 +19,14 @@ TEST(NetpbmHeader, OrdinaryHeadersArePossible) {
   EXPECT_FALSE(is_impossible("P4\n8 2\n\x01\x02"));
   EXPECT_FALSE(is_impossible("P1\n# 99999 99999 made by hand\n# twice\n3 1\n1 0 1\n", FIF_PBM));
   EXPECT_FALSE(is_impossible("P5 2 1 255\n..", FIF_PGMRAW));
+  EXPECT_FALSE(is_impossible("PF\n1 1\n-1\n............", FIF_PFM));
 }
 
 TEST(NetpbmHeader, AThousandPixelsForEachByteAreTheMost) {
   const std::string rest(90, '.');
   EXPECT_FALSE(is_impossible("P4 100 1000\n" + rest.substr(2)));
   EXPECT_TRUE(is_impossible("P4 100 1001\n" + rest.substr(2)));
+  EXPECT_TRUE(is_impossible("PF 433,633633", FIF_PFM));
 }
 
 TEST(NetpbmHeader, SizesBeyond31BitsAreImpossible) {
