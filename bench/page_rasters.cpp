@@ -4,14 +4,14 @@
 #include <FreeImage.h>
 
 #include <cstdio>
-#include <cstdlib>
+#include <string>
 
 #include "process/MainProcess.h"
 
 int main(int argc, char** argv) {
   if (argc != 4) return 64;
   ofd::MainProcess process{};
-  const int pages = process.load_image_document(argv[1], std::atoi(argv[2]));
+  const int pages = process.load_image_document(argv[1], std::stoi(argv[2]));
   for (int page = 0; page < pages; ++page) {
     FIBITMAP* const dib = process._reader->get_cur_image(page);
     if (dib == nullptr) continue;

@@ -49,11 +49,12 @@ void write_page(const PDFlib_api& api, PDF* p, const std::string& jpeg, int page
   api.PDF_begin_page_ext(p, 0, 0, "");
   api.PDF_setcolor(p, "fill", "rgb", 0, 0, 0, 0);
   for (int i = 0; i < kCharacters; ++i) {
+    const int line = i / 40;
     const int ideograph = (i * 7 + page * 13) % 3000;
     const char gbk[] = {static_cast<char>(0xB0 + ideograph / 90),
                         static_cast<char>(0xA1 + ideograph % 90), '\0'};
-    api.PDF_setfont(p, 0, 10.5 + i / 40 % 3);
-    api.PDF_show_xy2(p, gbk, 2, 40 + i % 40 * 12.7, 800 - i / 40 * 14.0);
+    api.PDF_setfont(p, 0, 10.5 + line % 3);
+    api.PDF_show_xy2(p, gbk, 2, 40 + i % 40 * 12.7, 800 - line * 14.0);
   }
   const int image = api.PDF_open_image(p, "jpeg", "memory", jpeg.data(),
                                        static_cast<long>(jpeg.size()), 1653, 2338, 3, 8, "");
@@ -110,11 +111,11 @@ long peak_of(const char* program, int pages, const std::string& image, std::size
 
 int main(int count, char** arguments) {
   if (count == 5 && std::string(arguments[1]) == kWrite) {
-    return write_document(arguments[4], std::atoi(arguments[2]), contents(arguments[3]));
+    return write_document(arguments[4], std::stoi(arguments[2]), contents(arguments[3]));
   }
   std::vector<int> lengths{50, 5000};
   if (count > 1) lengths.clear();
-  for (int i = 1; i < count; ++i) lengths.push_back(std::max(1, std::atoi(arguments[i])));
+  for (int i = 1; i < count; ++i) lengths.push_back(std::max(1, std::stoi(arguments[i])));
   const std::string image =
       std::filesystem::temp_directory_path() / ("zelk-memory-" + std::to_string(getpid()) + ".jpg");
   const std::string jpeg = page_image();

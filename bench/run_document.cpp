@@ -5,16 +5,16 @@
 #include <sys/resource.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <string>
 
 #include "zelkAPI.h"
 
 int main(int argc, char** argv) {
   if (argc != 4) return 64;
   if (zelk_init_engine(argv[1]) != 0) return 3;
-  const int pages = zelk_load_image_document(argv[2], std::atoi(argv[3]));
+  const int pages = zelk_load_image_document(argv[2], std::stoi(argv[3]));
   if (pages < 1 || zelk_recognize() != 0) return 2;
   std::size_t bytes = std::strlen(zelk_get_ocr_string());
   bytes += std::wcslen(zelk_get_ocr_string_unicode()) * sizeof(wchar_t);

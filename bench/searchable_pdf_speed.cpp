@@ -38,7 +38,7 @@ FIBITMAP* scanned_page() {
     for (unsigned x = 0; x < FreeImage_GetWidth(page); ++x) {
       const bool line = y > 200 && y < 2138 && y % 48 < 24 && x > 150 && x < 1503;
       const bool ink = line && x / 8 % 10 != 0 && (x / 4 * 31 + y / 8 * 17) % 5 < 2;
-      std::fill_n(row + 3 * x, 3, static_cast<BYTE>(ink ? 40 : 250));
+      std::fill_n(row + std::size_t{3} * x, 3, static_cast<BYTE>(ink ? 40 : 250));
     }
   }
   return page;
@@ -64,7 +64,7 @@ void write_searchable(const char* engine, const std::string& source, const std::
 }
 
 FPDF_BITMAP render(FPDF_PAGE page, int width, int height) {
-  FPDF_BITMAP const bitmap = FPDFBitmap_Create(width, height, 1);
+  auto* const bitmap = FPDFBitmap_Create(width, height, 1);
   FPDFBitmap_FillRect(bitmap, 0, 0, width, height, 0xFFFFFFFF);
   FPDF_RenderPageBitmap(bitmap, page, 0, 0, width, height, 0, FPDF_PRINTING);
   return bitmap;
@@ -86,10 +86,10 @@ void copy_and_encode(FPDF_BITMAP bitmap, int width, int height) {
 }
 
 int render_copy_and_encode(const std::string& source) {
-  FPDF_DOCUMENT const document = FPDF_LoadDocument(source.c_str(), "");
+  auto* const document = FPDF_LoadDocument(source.c_str(), "");
   const int pages = FPDF_GetPageCount(document);
   for (int i = 0; i < pages; ++i) {
-    FPDF_PAGE const page = FPDF_LoadPage(document, i);
+    auto* const page = FPDF_LoadPage(document, i);
     const int width = static_cast<int>(FPDF_GetPageWidth(page) * kResolution / 72);
     const int height = static_cast<int>(FPDF_GetPageHeight(page) * kResolution / 72);
     copy_and_encode(render(page, width, height), width, height);

@@ -92,7 +92,7 @@ const wchar_t* qv_get_result_unicode() {
   return wide_text;
 }
 int qv_get_result_json(char* json_buffer, int) {
-  std::strcpy(json_buffer, "{}");
+  std::memcpy(json_buffer, "{}", sizeof "{}");
   return 0;
 }
 }

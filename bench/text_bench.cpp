@@ -24,7 +24,8 @@ std::string jsonOf(const std::string& line) {
   std::string json = "{\"lines\":[";
   for (unsigned i = 0; json.size() < kSize; ++i) {
     const std::string top = std::to_string(100 + i % 3000);
-    json += "{\"text\":\"" + line + "\",\"box\":[120," + top + ",2210,48],\"confidence\":96},\n";
+    json.append("{\"text\":\"").append(line);
+    json.append("\",\"box\":[120,").append(top).append(",2210,48],\"confidence\":96},\n");
   }
   return json.substr(0, json.rfind(',')) + "]}";
 }

@@ -12,7 +12,8 @@ unsigned pixel_of(const zelk::MDIB& dib, int x, int y) {
   const unsigned char* const row = dib.m_lpLine[y];
   if (dib.IsBW()) return row[x / 8] >> (7 - x % 8) & 1U;
   if (dib.IsGray()) return row[x];
-  return row[3 * x] | row[3 * x + 1] * 0x100U | row[3 * x + 2] * 0x10000U;
+  const unsigned char* const bgr = row + std::ptrdiff_t{3} * x;
+  return bgr[0] | bgr[1] * 0x100U | bgr[2] * 0x10000U;
 }
 
 // Of the value, a raster keeps as many bits as a pixel has.

@@ -139,6 +139,6 @@ void numbers_to_text(int number) {
   std::wstring wide(12, L'.');
   require(StringFormat::_itostr(number, narrow.data(), 10) == length, "_itostr tells the length");
   require(StringFormat::_itowstr(number, wide.data(), 10) == length, "_itowstr tells the length");
-  require(narrow.c_str() == std::string(expected), "_itostr writes decimal");
+  require(narrow.data() == std::string_view(expected), "_itostr writes decimal");
   require(std::string(wide.begin(), wide.begin() + length) == expected, "_itowstr too");
 }

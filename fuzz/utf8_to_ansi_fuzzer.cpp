@@ -31,7 +31,7 @@ bool append_as_gbk(iconv_t converter, std::string_view character, std::string& g
 }
 
 std::string expected_gbk(std::string_view text) {
-  static const iconv_t converter = iconv_open("GBK", "UTF-8");
+  static auto* const converter = iconv_open("GBK", "UTF-8");
   std::string gbk;
   text = text.substr(0, text.find('\0'));
   while (!text.empty()) {

@@ -239,6 +239,7 @@ double latin_size(const Run& run, const Run* next, double em) {
 // text are read as characters of several lines' height.
 int bottom_of(const std::vector<Glyph>& glyphs, const Line& line, double em) {
   std::vector<double> bottoms;
+  bottoms.reserve(glyphs.size());
   for (const Glyph& glyph : glyphs) bottoms.push_back(glyph.box.bottom);
   if (bottoms.empty()) return line.box.bottom;
   const double lowest = median(bottoms) + em / 2;

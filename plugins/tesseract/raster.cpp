@@ -20,7 +20,7 @@ void grey_row(const unsigned char* bgr, int width, std::uint32_t* words) {
                brightness(bgr + 9);
   }
   std::uint32_t last = 0;
-  for (int i = 0; i < width; ++i) last |= brightness(bgr + 3 * i) << (24 - 8 * i);
+  for (int i = 0; i < width; ++i, bgr += 3) last |= brightness(bgr) << (24 - 8 * i);
   if (width > 0) *words = last;
 }
 

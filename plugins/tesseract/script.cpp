@@ -4,6 +4,7 @@
 #include <iconv.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 namespace tesseract_engine {
@@ -79,8 +80,8 @@ bool is_letter(char32_t code) {
 
 bool takes_two_bytes_in_gbk(char32_t code) {
   if (code < 0x80) return false;
-  const iconv_t converter = iconv_open("GBK", "UTF-8");
-  if (converter == reinterpret_cast<iconv_t>(-1)) return false;
+  auto* const converter = iconv_open("GBK", "UTF-8");
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) return false;
   std::string utf8;
   append_utf8(utf8, code);
   char gbk[4];

@@ -173,9 +173,6 @@ void close_image(PDF* p, int image) {
 
 }  // namespace zelk::pdf
 
-using zelk::pdf::Error;
-using zelk::pdf::ErrorNumber;
-
 extern "C" {
 
 void PDF_set_parameter(PDF* p, const char* key, const char* value) {

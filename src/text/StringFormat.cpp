@@ -25,7 +25,7 @@ int clampToInt(std::size_t value) {
   return static_cast<int>(std::min<std::size_t>(value, INT_MAX));
 }
 
-unsigned byteAt(const char* text) {
+unsigned unitAt(const char* text) {
   return static_cast<unsigned char>(*text);
 }
 unsigned unitAt(const unsigned short* text) {
@@ -58,37 +58,28 @@ bool isPlainBlock(const Unit* text) {
 
 template <typename To, typename From>
 void copyPlainBlock(To* out, const From* text) {
-  for (std::ptrdiff_t i = 0; i < kBlock; ++i) out[i] = static_cast<To>(text[i]);
+  for (std::ptrdiff_t i = 0; i < kBlock; ++i) out[i] = static_cast<To>(unitAt(text + i));
 }
 
 // ---- single characters; encoders return the length and with a null destination only measure
 // ----------
 
-// Adds one continuation byte to the value; false where there is none.
-bool takeContinuation(unsigned& value, const char*& text, const char* end) {
-  if (text == end || byteAt(text) < 0x80) return false;
-  value = value << 6 | (byteAt(text++) & 0x3F);
-  return true;
+// Adds so many continuation bytes to the bits of the first one; -1 at the first that is none.
+int decodeContinuations(int count, unsigned value, const char*& text, const char* end) {
+  for (; count > 0; --count) {
+    if (text == end || unitAt(text) < 0x80) return -1;
+    value = value << 6 | (unitAt(text++) & 0x3F);
+  }
+  return static_cast<int>(value);
 }
 
 int decodeBytes(const char*& text, const char* end) {
-  const unsigned lead = byteAt(text++);
+  const unsigned lead = unitAt(text++);
   if (lead < 0x80) return static_cast<int>(lead);
-
-  const auto more = [&](unsigned& value) { return takeContinuation(value, text, end); };
-  unsigned value = 0;
-  bool whole = false;
-  if ((lead & 0x20) == 0) {
-    value = lead & 0x1F;
-    whole = more(value);
-  } else if ((lead & 0x10) == 0) {
-    value = lead & 0x0F;
-    whole = more(value) && more(value);
-  } else if ((lead & 0x08) == 0) {
-    value = lead & 0x07;
-    whole = more(value) && more(value) && more(value);
-  }
-  return whole ? static_cast<int>(value) : -1;
+  if ((lead & 0x20) == 0) return decodeContinuations(1, lead & 0x1F, text, end);
+  if ((lead & 0x10) == 0) return decodeContinuations(2, lead & 0x0F, text, end);
+  if ((lead & 0x08) == 0) return decodeContinuations(3, lead & 0x07, text, end);
+  return -1;
 }
 
 template <typename Unit>
@@ -312,8 +303,8 @@ char* UTF8toANSI(const std::string& text) {
   // GBK is never longer than the UTF-8 it comes from, so a zero remains behind it.
   auto* const block = static_cast<char*>(std::calloc(std::max<std::size_t>(outputLeft, 1), 1));
   if (block == nullptr) return nullptr;
-  const iconv_t converter = iconv_open("GBK", "UTF-8");
-  if (converter == reinterpret_cast<iconv_t>(-1)) return block;
+  auto* const converter = iconv_open("GBK", "UTF-8");
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) return block;
   char* input = const_cast<char*>(text.c_str());
   char* output = block;
   iconv(converter, &input, &inputLeft, &output, &outputLeft);

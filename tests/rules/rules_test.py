@@ -30,7 +30,7 @@ class Checks(unittest.TestCase):
             shutil.copy(ROOT / name, self.tree / name)
         self.write("src/text/Text.cpp", f'{LICENCE}#include <iconv.h>\n#include "text/Text.h"\n')
         self.write("src/text/Text.h", f"{LICENCE}#pragma once\nint text();\n")
-        self.write("scripts/nothing", "# SPDX-License-Identifier: Apache-2.0\n")
+        self.write("scripts/nothing", "#!/bin/bash\n# SPDX-License-Identifier: Apache-2.0\n")
         self.write(".ci/run", "# SPDX-License-Identifier: Apache-2.0\n")
         subprocess.run(["clang-format", "-i", *self.tree.rglob("*.h"), *self.tree.rglob("*.cpp")],
                        check=True)
@@ -55,7 +55,7 @@ class Checks(unittest.TestCase):
         self.assertIn(text, result.stderr)
 
     def test_no_check_passes_on_an_empty_tree(self):
-        for rule in ("format", "headers", "includes", "licence", "sizes"):
+        for rule in ("format", "headers", "includes", "licence", "scripts", "sizes"):
             with self.subTest(rule):
                 self.assert_passes(rule, self.tree)
                 self.assertNotEqual(self.check(rule, self.empty).returncode, 0)
@@ -67,6 +67,10 @@ class Checks(unittest.TestCase):
     def test_licence_finds_a_file_without_one(self):
         self.write("src/text/Bare.cpp", "int bare;\n")
         self.assert_fails("src/text/Bare.cpp", "licence", self.tree)
+
+    def test_scripts_finds_a_word_that_may_fall_apart(self):
+        self.write("scripts/careless", "#!/bin/bash\nrm $1\n")
+        self.assert_fails("scripts/careless line 2", "scripts", self.tree)
 
     def test_sizes_finds_long_files_and_long_lines(self):
         self.write("src/text/Long.cpp", LICENCE + "\n" * 600)

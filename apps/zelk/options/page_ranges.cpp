@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <string_view>
 
 namespace cli {
@@ -46,7 +47,10 @@ std::vector<int> choose_pages(const PageRanges& ranges, int page_count) {
   const PageRanges all{{1, 0}};
   for (const PageRange& range : ranges.empty() ? all : ranges) {
     const int last = range.last == 0 ? page_count : std::min(range.last, page_count);
-    for (int page = range.first; page <= last; ++page) pages.push_back(page);
+    // The number behind the last page need not be an int.
+    for (std::int64_t page = range.first; page <= last; ++page) {
+      pages.push_back(static_cast<int>(page));
+    }
   }
   std::sort(pages.begin(), pages.end());
   pages.erase(std::unique(pages.begin(), pages.end()), pages.end());

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace {
 
 using Pages = std::vector<int>;
@@ -22,6 +24,11 @@ TEST(PageRanges, OpenEndRunsToTheLastPage) {
 TEST(PageRanges, PagesBeyondTheDocumentAreNoPages) {
   EXPECT_EQ(chosen("2-2000000000,9", 3), (Pages{2, 3}));
   EXPECT_EQ(chosen("4-", 3), Pages());
+}
+
+TEST(PageRanges, EndAtTheGreatestPageNumberThereIs) {
+  EXPECT_EQ(chosen("2147483646-", INT_MAX), (Pages{INT_MAX - 1, INT_MAX}));
+  EXPECT_EQ(chosen("2147483647", INT_MAX), Pages{INT_MAX});
 }
 
 TEST(PageRanges, NoneChosenMeansAll) {
