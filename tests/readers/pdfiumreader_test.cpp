@@ -156,6 +156,19 @@ TEST(pdfiumreader, FreeingTwiceIsHarmless) {
   pdf.reader->free_image();
 }
 
+TEST(pdfiumreader, CompleteDestructionLetsTheNextReaderStartAfresh) {
+  const ScratchFolder folder;
+  write_pdf(folder.path("a.pdf"), {{"0 0 30 20", ""}});
+  for (int round = 0; round < 2; ++round) {
+    pdfiumreader reader;
+    ASSERT_EQ(reader.load_image(folder.path("a.pdf").c_str(), 72), 1) << round;
+    FIBITMAP* const page = reader.get_cur_image(0);
+    EXPECT_NE(page, nullptr) << round;
+    FreeImage_Unload(page);
+    reader.free_image();
+  }
+}
+
 TEST(pdfiumreader, DocumentLeftOpenByADeletedReaderDisturbsNoOther) {
   const ScratchFolder folder;
   write_pdf(folder.path("a.pdf"), {{"0 0 30 20", ""}});
