@@ -47,6 +47,10 @@ TEST(pdfiumreader, PageSizeIsTruncatedToWholePixels) {
   EXPECT_EQ(page_size("0 0 595.276 841.89", 300), Size(2480, 3507));
 }
 
+TEST(pdfiumreader, SmallestPageIsOnePixel) {
+  EXPECT_EQ(page_size("0 0 1 1", 72), Size(1, 1));
+}
+
 TEST(pdfiumreader, PageWithoutPixelsIsMissing) {
   EXPECT_EQ(page_size("0 0 612 792", 0), Size(0, 0));
   EXPECT_EQ(page_size("0 0 612 792", -200), Size(0, 0));
