@@ -240,6 +240,17 @@ TEST(MDIB, CopyingAnEmptyRasterEmpties) {
   EXPECT_EQ(dib.m_nWidth, 0);
 }
 
+TEST(MDIB, CopyThatCannotBeMadeIsEmpty) {
+  MDIB source;
+  ASSERT_EQ(source.Init(4, 3, 8, 200), 1);
+  source.m_nBitCount = 7;
+  MDIB dib;
+  ASSERT_EQ(dib.Init(2, 2, 24, 100), 1);
+  EXPECT_EQ(dib.Copy(&source), 0);
+  EXPECT_TRUE(dib.IsEmpty());
+  EXPECT_TRUE(MDIB(source).IsEmpty());
+}
+
 TEST(MDIB, CopyingARasterOntoItselfEmptiesIt) {
   MDIB dib;
   make(dib, 10, 5, 8);

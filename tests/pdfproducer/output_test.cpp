@@ -270,6 +270,22 @@ TEST_F(Output, IntoAFolderThatVanishesIsAnErrorThatNamesTheFile) {
   EXPECT_TRUE(producer.end()) << "the document is gone";
 }
 
+TEST_F(Output, OverAFolderThatAppearsMeanwhileIsAnErrorThatLeavesNothing) {
+  ASSERT_EQ(producer.begin(path("a.pdf")), 0);
+  ASSERT_TRUE(add_page(producer, {}, make_jpeg(40, 30)));
+  fs::create_directory(path("a.pdf"));
+  EXPECT_FALSE(producer.end());
+  EXPECT_EQ(producer.text(), "cannot write '" + path("a.pdf") + "': Is a directory");
+  EXPECT_EQ(names_in(root), std::vector<std::string>{"a.pdf"});
+}
+
+TEST_F(Output, HoldsLargePiecesInTheirPlaces) {
+  const std::string jpeg = make_jpeg(40, 30) + std::string(200000, 'x');
+  ASSERT_TRUE(write_document(path("a.pdf"), line_of("text", 5, 5, 12), jpeg));
+  EXPECT_EQ(qpdf_complaint(path("a.pdf")), "");
+  EXPECT_EQ(page_image(path("a.pdf")), jpeg);
+}
+
 TEST_F(Output, OnAFullDiskIsAnErrorThatNamesTheFile) {
   write_file(path("a.pdf"), "earlier");
   const std::string jpeg = make_jpeg(9, 9) + std::string(200000, 'x');

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "support/Documents.h"
+#include "support/HeapGrowth.h"
 
 namespace {
 
@@ -79,6 +80,29 @@ TEST(imgreader, TriesTheFormatOfTheNameWhenTheContentSaysNothing) {
   EXPECT_EQ(FreeImage_GetWidth(page), 8U);
   EXPECT_EQ(FreeImage_GetHeight(page), 2U);
   FreeImage_Unload(page);
+}
+
+TEST(imgreader, FileThatCannotBeReadLeavesNoPageOfTheOneBefore) {
+  const ScratchFolder folder;
+  write_image(folder.path("a.png"), 3, 2);
+  imgreader reader;
+  ASSERT_EQ(reader.load_image(folder.path("a.png").c_str(), 200), 1);
+  FreeImage_Unload(reader.get_cur_image(0));
+  EXPECT_EQ(reader.load_image(folder.path("missing.png").c_str(), 200), 0);
+  EXPECT_EQ(reader._page_num, 0);
+  EXPECT_EQ(reader.get_cur_image(0), nullptr);
+}
+
+TEST(imgreader, KeepsNothingButThePage) {
+  const ScratchFolder folder;
+  const std::string path = folder.path("a.png");
+  write_image(path, 64, 64);
+  const auto read = [&path] {
+    imgreader reader;
+    EXPECT_EQ(reader.load_image(path.c_str(), 200), 1);
+    FreeImage_Unload(reader.get_cur_image(0));
+  };
+  EXPECT_LT(heap_growth(10, read), 64 * 64 * 3) << "less than one picture";
 }
 
 TEST(imgreader, TruncatedHeaderIsTriedAndRefused) {

@@ -47,6 +47,10 @@ TEST(pdfiumreader, PageSizeIsTruncatedToWholePixels) {
   EXPECT_EQ(page_size("0 0 595.276 841.89", 300), Size(2480, 3507));
 }
 
+TEST(pdfiumreader, SmallestPageIsOnePixel) {
+  EXPECT_EQ(page_size("0 0 1 1", 72), Size(1, 1));
+}
+
 TEST(pdfiumreader, PageWithoutPixelsIsMissing) {
   EXPECT_EQ(page_size("0 0 612 792", 0), Size(0, 0));
   EXPECT_EQ(page_size("0 0 612 792", -200), Size(0, 0));
@@ -154,6 +158,19 @@ TEST(pdfiumreader, FreeingTwiceIsHarmless) {
   EXPECT_EQ(pdf.reader->_pdf_doc, nullptr);
   EXPECT_EQ(pdf.reader->_page_num, 1);
   pdf.reader->free_image();
+}
+
+TEST(pdfiumreader, CompleteDestructionLetsTheNextReaderStartAfresh) {
+  const ScratchFolder folder;
+  write_pdf(folder.path("a.pdf"), {{"0 0 30 20", ""}});
+  for (int round = 0; round < 2; ++round) {
+    pdfiumreader reader;
+    ASSERT_EQ(reader.load_image(folder.path("a.pdf").c_str(), 72), 1) << round;
+    FIBITMAP* const page = reader.get_cur_image(0);
+    EXPECT_NE(page, nullptr) << round;
+    FreeImage_Unload(page);
+    reader.free_image();
+  }
 }
 
 TEST(pdfiumreader, DocumentLeftOpenByADeletedReaderDisturbsNoOther) {

@@ -12,6 +12,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "support/HeapGrowth.h"
 #include "text/StringFormat.h"
 
 namespace {
@@ -108,4 +109,8 @@ TEST(Utf8ToAnsi, StopsBeforeACharacterWithoutAGbkForm) {
 TEST(Utf8ToAnsi, StopsBeforeAMalformedOrIncompleteSequence) {
   EXPECT_EQ(gbk("ab\xFFzz"), "ab");
   EXPECT_EQ(gbk("ab\xE4\xB8"), "ab");
+}
+
+TEST(Utf8ToAnsi, LeavesNothingBehind) {
+  EXPECT_LT(heap_growth(1000, [] { gbk("text"); }), 1000);
 }

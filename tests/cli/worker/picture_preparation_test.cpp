@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <type_traits>
 
 #include "cli/worker/Pictures.h"
 #include "support/Documents.h"
@@ -17,6 +18,19 @@ Row grey_row(std::initializer_list<int> levels) {
   Row row;
   for (const int level : levels) row.push_back({level, level, level});
   return row;
+}
+
+// A row of one sample a pixel, black is zero, in the format of the numbers.
+template <class Number>
+TiffPage grey_page(std::initializer_list<Number> levels) {
+  TiffPage page;
+  page.width = static_cast<unsigned>(levels.size());
+  page.bits = 8 * sizeof(Number);
+  page.samples = 1;
+  page.photometric = 1;
+  page.format = std::is_floating_point_v<Number> ? 3 : std::is_signed_v<Number> ? 2 : 1;
+  page.pixels = bytes_of(levels);
+  return page;
 }
 
 // The first row of a one-page TIFF.
@@ -103,12 +117,7 @@ TEST(PicturePreparation, EveryOrientationOfAJpegIsTurnedUpright) {
 }
 
 TEST(PicturePreparation, HighByteOf16BitGreyCounts) {
-  TiffPage page;
-  page.width = 3;
-  page.bits = 16;
-  page.samples = 1;
-  page.photometric = 1;
-  page.pixels = bytes_of<std::uint16_t>({0x00FF, 0x8001, 0xFFFF});
+  TiffPage page = grey_page<std::uint16_t>({0x00FF, 0x8001, 0xFFFF});
   EXPECT_EQ(first_row(page), grey_row({0, 0x80, 0xFF}));
   page.photometric = 0;
   EXPECT_EQ(first_row(page), grey_row({0xFF, 0x7F, 0})) << "white is zero";
@@ -126,27 +135,13 @@ TEST(PicturePreparation, SixteenBitPngBecomesGrey) {
 }
 
 TEST(PicturePreparation, FloatsFromZeroToOneAreBlackToWhite) {
-  TiffPage page;
-  page.width = 4;
-  page.bits = 32;
-  page.samples = 1;
-  page.photometric = 1;
-  page.format = 3;
-  page.pixels = bytes_of<float>({0.25F, 0.5F, 0.75F, NAN});
-  EXPECT_EQ(first_row(page), grey_row({64, 128, 191, 0}));
+  EXPECT_EQ(first_row(grey_page({0.25F, 0.5F, 0.75F, NAN})), grey_row({64, 128, 191, 0}));
 }
 
 TEST(PicturePreparation, FloatsBeyondOneAreScaledToTheirRange) {
-  TiffPage page;
-  page.width = 4;
-  page.bits = 32;
-  page.samples = 1;
-  page.photometric = 1;
-  page.format = 3;
-  page.pixels = bytes_of<float>({-100.0F, 0.0F, 300.0F, INFINITY});
-  EXPECT_EQ(first_row(page), grey_row({0, 64, 255, 255}));
-  page.pixels = bytes_of<float>({7.0F, 7.0F, 7.0F, 7.0F});
-  EXPECT_EQ(first_row(page), grey_row({255, 255, 255, 255}));
+  const Row scaled = first_row(grey_page({-100.0F, 0.0F, 300.0F, INFINITY}));
+  EXPECT_EQ(scaled, grey_row({0, 64, 255, 255}));
+  EXPECT_EQ(first_row(grey_page({7.0F, 7.0F, 7.0F, 7.0F})), grey_row({255, 255, 255, 255}));
 }
 
 // Saved as TIFF, which keeps floating point colours.
@@ -171,14 +166,7 @@ TEST(PicturePreparation, TransparentFloatsLieOnWhite) {
 }
 
 TEST(PicturePreparation, OtherWholeNumbersAreScaledToTheirRange) {
-  TiffPage page;
-  page.width = 3;
-  page.bits = 16;
-  page.samples = 1;
-  page.photometric = 1;
-  page.format = 2;
-  page.pixels = bytes_of<std::int16_t>({-100, 0, 100});
-  EXPECT_EQ(first_row(page), grey_row({0, 127, 255}));
+  EXPECT_EQ(first_row(grey_page<std::int16_t>({-100, 0, 100})), grey_row({0, 127, 255}));
 }
 
 TEST(PicturePreparation, CmykTiffHasItsColours) {
