@@ -120,10 +120,9 @@ int main(int count, char** arguments) {
       std::filesystem::temp_directory_path() / ("zelk-memory-" + std::to_string(getpid()) + ".jpg");
   const std::string jpeg = page_image();
   std::ofstream(image, std::ios::binary) << jpeg;
-  std::vector<long> peaks;
-  for (const int pages : lengths) {
-    peaks.push_back(peak_of(arguments[0], pages, image, jpeg.size()));
-  }
+  std::vector<long> peaks(lengths.size());
+  std::transform(lengths.begin(), lengths.end(), peaks.begin(),
+                 [&](int pages) { return peak_of(arguments[0], pages, image, jpeg.size()); });
   std::filesystem::remove(image);
   if (std::find(peaks.begin(), peaks.end(), 0) != peaks.end()) return 1;
   const double ratio = static_cast<double>(peaks.back()) / static_cast<double>(peaks.front());
