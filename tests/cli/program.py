@@ -6,6 +6,7 @@ import pathlib
 import struct
 import subprocess
 import tempfile
+import time
 import unittest
 
 PROGRAM = os.environ["ZELK_PROGRAM"]
@@ -41,6 +42,14 @@ def pdf(*page_sizes):
     text += "".join(f"{offset:010} 00000 n \n" for offset in offsets)
     text += f"trailer\n<< /Size {len(bodies) + 1} /Root 1 0 R >>\nstartxref\n{start}\n%%EOF\n"
     return text.encode("ascii")
+
+
+def wait_until_none(processes, seconds=5):
+    """What is left of them then: what was killed takes a moment to go."""
+    end = time.monotonic() + seconds
+    while (left := processes()) and time.monotonic() < end:
+        time.sleep(0.05)
+    return left
 
 
 def workers_in(folder):
@@ -101,7 +110,8 @@ class ProgramTest(unittest.TestCase):
         """Neither unfinished files nor workers."""
         self.assertEqual(os.listdir(self.scratch), [])
         self.assertEqual([name for name in self.names() if name.startswith(".zelk")], [])
-        self.assertEqual(workers_in(self.folder) + workers_in(self.scratch), [])
+        left = wait_until_none(lambda: workers_in(self.folder) + workers_in(self.scratch))
+        self.assertEqual(left, [])
 
     def assert_complains(self, result, *texts):
         """Each text is part of a line on standard error that starts with the program's name."""

@@ -13,6 +13,7 @@
 #include "pdfproducer/Producer.h"
 #include "pdfproducer/Tools.h"
 #include "support/Documents.h"
+#include "support/LeaksByContract.h"
 
 namespace {
 
@@ -54,6 +55,7 @@ TEST_F(Refused, MemoryAtAnyPointIsAnErrorThatDropsTheDocument) {
     producer = std::make_unique<Producer>();
     const auto calls = calls_of_a_document();
     {
+      const LeaksByContract value_of_qpdf;  // the one that it made before its holder was refused
       const Refusal refusal(SystemFunction::kAllocation, ENOMEM, allocations);
       written = std::all_of(calls.begin(), calls.end(), [](const auto& call) { return call(); });
       EXPECT_NE(written, refusal.has_happened()) << "an allocation failed unnoticed";
