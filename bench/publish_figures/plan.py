@@ -20,7 +20,7 @@ class Plan:
 
 
 FULL = Plan('full', runs=3, whole_pages=100, compare_pages=36, throughput_pages=20,
-            sandbox_pages=12, sandbox_pairs=7, library_memory=(1, 20, 100, 500),
+            sandbox_pages=4, sandbox_pairs=31, library_memory=(1, 20, 100, 500),
             producer_memory=(50, 500, 1000, 2000, 5000),
             bench_options=('--benchmark_min_time=0.2',))
 QUICK = Plan('quick', runs=2, whole_pages=2, compare_pages=2, throughput_pages=2, sandbox_pages=1,

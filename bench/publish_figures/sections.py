@@ -34,8 +34,8 @@ def throughput(page):
 
 def sandbox(page):
     page.text('## The sandbox')
-    page.text('`bench/sandbox_cost`, pairs of runs by turns; the ratios are medians of those of '
-              'the pairs.')
+    page.text('`bench/sandbox_cost`, pairs of runs side by side, each on a processor of its own, '
+              'starts by turns; the ratios are medians of those of the pairs.')
     page.compared_table(('sandbox', catalogue.SANDBOX))
     page.absolute_table(('sandbox', catalogue.SANDBOX_START))
 
