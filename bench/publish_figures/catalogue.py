@@ -61,7 +61,7 @@ SANDBOX_START = (
 LIBRARY = (
     Figure('whole/time', 'a whole document through `libzelk.so`, processor time', 's',
            at_most(1.05), '`tesseract -l chi_sim+eng` on the rendered pages, one thread', 1),
-    Figure('library_memory', 'peak memory of the longest document, result texts taken off', 'MiB',
+    Figure('document_memory', 'peak memory of the longest document, result texts taken off', 'MiB',
            at_most(1.1), 'of the shorter one', 1),
 )
 ENGINE = (

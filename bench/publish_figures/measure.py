@@ -134,10 +134,10 @@ def throughput(b):
         yield figures
 
 
-def library_memory(b):
+def document_memory(b):
     pdf = b.documents.longest()
-    for pages in sorted(b.plan.library_memory, reverse=True):
-        yield parse.library_memory(b.script('whole_document', '--memory', '--pages', pages, pdf))
+    for pages in sorted(b.plan.document_memory, reverse=True):
+        yield parse.document_memory(b.script('whole_document', '--memory', '--pages', pages, pdf))
 
 
 def producer_memory(b):
@@ -170,7 +170,7 @@ def read_back(b, folder):
 
 ALONE = (compare_start, bench, openmp, sandbox, searchable_pdf_speed, whole_document,
          compare_document, compare_files, throughput, compare_memory)
-TOGETHER = (library_memory, round_trip, accuracy, full_pages, hostile, producer_memory)
+TOGETHER = (document_memory, round_trip, accuracy, full_pages, hostile, producer_memory)
 NAMES = [measurement.__name__ for measurement in ALONE + TOGETHER]
 
 

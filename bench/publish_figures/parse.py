@@ -54,10 +54,10 @@ def whole_document(text):
     return compared('whole/time', *map(float, match.groups()))
 
 
-def library_memory(text):
+def document_memory(text):
     """{figure: KiB} for each length."""
     found('peak without result texts', text)
-    return {f'library_memory/{pages}': float(peak)
+    return {f'document_memory/{pages}': float(peak)
             for pages, peak in re.findall(r'(\d+) pages (\d+) KiB', text)}
 
 

@@ -61,7 +61,7 @@ def limit_of(points, shortest, ratio):
 
 
 def memory(results, target):
-    library = derive.curve(results.of('library_memory'), 'library_memory')
+    library = derive.curve(results.of('document_memory'), 'document_memory')
     producer = derive.curve(results.of('producer_memory'), 'producer_memory')
     if not library and not producer:
         return

@@ -11,7 +11,7 @@ class Results:
         for name in names:
             self.told[name], self.records[name] = records.read(name)
         self.all = [record for name in names for record in self.records[name]]
-        self.all += [derive.growth(self.of('library_memory'), 'library_memory', 20),
+        self.all += [derive.growth(self.of('document_memory'), 'document_memory', 20),
                      derive.growth(self.of('producer_memory'), 'producer_memory', 1),
                      derive.sizes(self.of('full_pages')), derive.hostile(self.of('hostile'))]
 

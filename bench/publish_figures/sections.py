@@ -46,10 +46,10 @@ def library(page):
               '`pdfproducer_memory` for the producer, whose pages have 2,000 characters and a '
               'picture.')
     page.compared_table(('whole_document', catalogue.LIBRARY[:1]),
-                        ('library_memory', catalogue.LIBRARY[1:]),
+                        ('document_memory', catalogue.LIBRARY[1:]),
                         ('producer_memory', catalogue.PDF[2:]))
     rows = [(name, pages, shown(peak, 1)) for name, prefix in
-            (('library and default engine', 'library_memory'), ('producer', 'producer_memory'))
+            (('library and default engine', 'document_memory'), ('producer', 'producer_memory'))
             for pages, peak in derive.curve(page.results.of(prefix), prefix)]
     page.table(('what', 'pages', 'peak memory, MiB'), rows)
     page.text('![Peak memory by pages](figures/memory.png)')

@@ -60,9 +60,9 @@ class Output(unittest.TestCase):
         self.assertEqual(run, parse.compared('whole/time', 70.8, 104.8, 0.676))
 
     def test_of_memory_by_pages(self):
-        self.assertEqual(parse.library_memory('peak without result texts: 20 pages 1200 KiB, '
+        self.assertEqual(parse.document_memory('peak without result texts: 20 pages 1200 KiB, '
                                               '500 pages 1300 KiB, ratio 1.083'),
-                         {'library_memory/20': 1200, 'library_memory/500': 1300})
+                         {'document_memory/20': 1200, 'document_memory/500': 1300})
         self.assertEqual(parse.producer_memory(
             '   50 pages: peak  15616 KB, 10.76 ms a page, 6905 bytes a page beside the image\n'
             ' 5000 pages: peak  15792 KB, 8.32 ms a page, 5604 bytes a page beside the image\n'
@@ -110,7 +110,7 @@ class Output(unittest.TestCase):
         self.assertEqual(row['misses'], ['page 1: pdfium 0.50 %'])
 
     def test_that_is_not_as_expected_is_an_error(self):
-        for parser in (parse.whole_document, parse.library_memory, parse.bench,
+        for parser in (parse.whole_document, parse.document_memory, parse.bench,
                        parse.producer_memory, parse.compare_document, parse.compare_files,
                        parse.accuracy, parse.round_trip):
             with self.subTest(parser.__name__), self.assertRaises(ValueError):
