@@ -35,9 +35,9 @@ def throughput(page):
 def sandbox(page):
     page.text('## The sandbox')
     page.text('`bench/sandbox_cost`, pairs of runs side by side, each on a processor of its own, '
-              'starts by turns; the ratios are medians of those of the pairs. Where pairs scatter by '
-              'more than the target leaves, a median that meets it says that the cost is lost in '
-              'the scatter, no more.')
+              'starts by turns; the ratios are medians of those of the pairs. Where pairs '
+              'scatter by more than the target leaves, a median that meets it says that the cost '
+              'is lost in the scatter, no more.')
     page.compared_table(('sandbox', catalogue.SANDBOX))
     page.absolute_table(('sandbox', catalogue.SANDBOX_START))
 
