@@ -69,7 +69,7 @@ TEST(imgreader, TakesTheFormatFromTheContentBeforeTheName) {
 }
 
 TEST(imgreader, TriesTheFormatOfTheNameWhenTheContentSaysNothing) {
-  // A Targa file begins with nothing that could be told from other data.
+  // A WBMP file begins with nothing that could be told from other data.
   const ScratchFolder folder;
   const std::string path = folder.path("a.wbmp");
   write_file(path, std::string("\x00\x00\x08\x02\xAA\x55", 6));
