@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "languages.h"
 
+#include "exchange/names.h"
 #include "tesseract/engine_config.h"
 
 namespace cli {
@@ -19,7 +20,7 @@ std::string language_list(const std::string& engine_dir, std::string& reason) {
   }
   std::string list;
   for (const std::string& language : tesseract_engine::list_languages(config.tessdata)) {
-    list += language + "\n";
+    list += line_name(language) + "\n";
   }
   if (list.empty()) reason = "no language data in \"" + config.tessdata + "\"";
   return list;

@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "console/run_listeners.h"
+#include "exchange/names.h"
 #include "languages.h"
 #include "options/inputs.h"
 #include "options/options.h"
@@ -29,9 +30,10 @@ using cli::ExitCode;
 using cli::Options;
 using cli::Output;
 
-// A message that cannot be written is dropped: the exit code still tells.
+// A message that cannot be written is dropped: the exit code still tells. Names in it are shown so
+// that they cannot command a terminal.
 void complain(const std::string& text) {
-  std::fputs(("zelk: " + text + "\n").c_str(), stderr);
+  std::fputs(("zelk: " + cli::lines_text(text) + "\n").c_str(), stderr);
 }
 
 ExitCode show(const std::string& text, Output& results) {
@@ -78,6 +80,34 @@ ExitCode run(const Options& options, Output& results) {
   return recognize(options, engine_dir, results);
 }
 
+// Ends as other programs do whose reader has gone, for whoever started this one to see. Where
+// SIGPIPE is ignored the exit code tells.
+ExitCode leave(ExitCode code, bool is_pipe_signal_ignored) {
+  if (code == cli::kReaderGone && !is_pipe_signal_ignored) {
+    std::signal(SIGPIPE, SIG_DFL);
+    std::raise(SIGPIPE);
+  }
+  return code;
+}
+
+ExitCode run_command_line(int argc, char** argv, Output& results) {
+  try {
+    const cli::ParsedOptions parsed =
+        cli::parse_options(argc, argv, isatty(results.descriptor()) == 1);
+    if (parsed.options) return run(*parsed.options, results);
+    if (parsed.exit_code == cli::kAllDone) return show(parsed.message, results);
+    complain(parsed.message);
+    return parsed.exit_code;
+  } catch (const cli::ReaderGone&) {
+    return cli::kReaderGone;
+  } catch (const std::system_error& error) {
+    complain(fmt::format("cannot write the output: {}", cli::reason_of(error)));
+  } catch (const std::exception& error) {
+    complain(error.what());
+  }
+  return cli::kOutputFailed;
+}
+
 // The number that a worker's argument holds; -1, which nothing can be read from, for anything else.
 int descriptor_in(std::string_view argument) {
   int number = -1;
@@ -92,21 +122,8 @@ int main(int argc, char** argv) {
     return cli::run_worker(descriptor_in(argv[2]), descriptor_in(argv[3]));
   }
   Output results(cli::claim_standard_output());
-  // A reader that has gone and a file that may not grow are write errors like any other.
-  std::signal(SIGPIPE, SIG_IGN);
+  // A reader that has gone and a file that may not grow are found out by writing.
+  const bool is_pipe_signal_ignored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
   std::signal(SIGXFSZ, SIG_IGN);
-  try {
-    const cli::ParsedOptions parsed =
-        cli::parse_options(argc, argv, isatty(results.descriptor()) == 1);
-    if (parsed.options) return run(*parsed.options, results);
-    if (parsed.exit_code == cli::kAllDone) return show(parsed.message, results);
-    complain(parsed.message);
-    return parsed.exit_code;
-  } catch (const std::system_error& error) {
-    complain(fmt::format("cannot write the output: {}", error.what()));
-    return cli::kOutputFailed;
-  } catch (const std::exception& error) {
-    complain(error.what());
-    return cli::kOutputFailed;
-  }
+  return leave(run_command_line(argc, argv, results), is_pipe_signal_ignored);
 }

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "exchange/names.h"
 #include "supervisor/engine_location.h"
 
 namespace cli {
@@ -28,7 +29,7 @@ Function find(void* library, const char* symbol) {
 }
 
 std::string line(const char* name, const std::string& value) {
-  return value.empty() ? "" : fmt::format("  {:<10}{}\n", name, value);
+  return value.empty() ? "" : fmt::format("  {:<10}{}\n", name, line_name(value));
 }
 
 // What the engine stands on, if it stands on the libraries that can be asked: looking up a symbol

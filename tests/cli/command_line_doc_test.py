@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """docs/command-line.md: its examples do what it says, in its order, and it is complete."""
 
+import html
+import json
 import os
 import pathlib
 import re
@@ -24,6 +26,15 @@ FILES = {
     "scans/2024/notice.png": "chinese.png",
 }
 
+# Words of each of their pages without blanks, None for the missing page.
+PAGES = {
+    "letter": ["12pointtext"],
+    "notice": ["关于开展安全检查的通知"],
+    "report": ["会议纪要", "MEMORANDUM"],
+    "damaged": ["Firstpagesurvives", None, "Thirdpagesurvives"],
+    "secret": ["关于开展安全检查的通知", "TheWeatherStationontheHill"],
+}
+
 FENCE = re.compile(r"^```sh\n(?P<commands>.*?)^```\n(?:^```text\n(?P<output>.*?)^```\n)?",
                    re.MULTILINE | re.DOTALL)
 
@@ -40,6 +51,40 @@ class Example:
 
 def examples(text):
     return [Example(match["commands"], match["output"]) for match in FENCE.finditer(text)]
+
+
+def documents_of(name, commands):
+    """Names of the documents that a made file holds: the one that it is named for, else all that
+    the example is about."""
+    stem = name.rpartition("/")[2].partition(".")[0]
+    if stem in PAGES:
+        return [stem]
+    found = [match for match in re.findall(r"([a-z]+)\.(?:tif|png|pdf)\b|\b(scans)$", commands,
+                                           re.MULTILINE)]
+    documents = [document for one, folder in found
+                 for document in ([one] if one else ["notice", "letter"])]
+    return [document for document in documents if document in PAGES]
+
+
+def text_of(page):
+    """Of a page in JSON."""
+    return page and "".join(line["text"] for block in page["blocks"] for line in block["lines"])
+
+
+def pages_in(path):
+    """The texts of a made file's pages, each document's in a list of its own; texts and PDFs do
+    not tell their documents."""
+    if path.suffix == ".json":
+        found = [json.loads(line) for line in path.read_text(encoding="utf-8").splitlines()]
+        return [[text_of(page) for page in document["pages"]] for document in found]
+    if path.suffix == ".html":
+        return [[html.unescape(text) for text in
+                 re.findall(r'<div class="text"[^>]*>(.*?)</div>', path.read_text(encoding="utf-8"),
+                            re.DOTALL)]]
+    if path.suffix == ".pdf":
+        shown = subprocess.run(["pdftotext", path, "-"], check=True, capture_output=True)
+        return [shown.stdout.decode("utf-8").split("\f")[:-1]]
+    return [[path.read_text(encoding="utf-8")]]
 
 
 def state(path):
@@ -74,6 +119,29 @@ class CommandLineDocument(unittest.TestCase):
             path = self.folder / name
             self.assertTrue(path.is_file() and path.stat().st_size > 0, f"{name}: {printed}")
             self.assertNotEqual(state(path), before[name], f"{name} was there before")
+            self.check_content(path, documents_of(name, example.commands))
+
+    def check_content(self, path, documents):
+        """The file holds these documents, page by page, and nothing else."""
+        if path.suffix == ".jsonl" or path.name == "run.json":
+            content = path.read_text(encoding="utf-8")
+            found = re.findall(r'"name":"(?:scans/)?(?:2024/)?([a-z]+)\.', content)
+            self.assertLessEqual(set(documents), set(found), path.name)
+            return
+        wanted = [PAGES[document] for document in documents]
+        found = pages_in(path)
+        if path.suffix in (".pdf", ".html"):
+            wanted = [[page for document in wanted for page in document]]
+        if path.suffix == ".txt":
+            every = "(?s:.*)".join(re.escape(page) for document in wanted for page in document if page)
+            self.assertTrue(wanted and every)
+            self.assertRegex(re.sub(r"\s", "", found[0][0]), every, path.name)
+            return
+        self.assertTrue(wanted and wanted[0], path.name)
+        self.assertEqual([len(pages) for pages in found], [len(pages) for pages in wanted], path.name)
+        for page, text in zip(sum(wanted, []), sum(found, [])):
+            self.assertIn(page or "", re.sub(r"\s", "", text or ""), path.name)
+            self.assertTrue(page or not text, f"{path.name}: {text!r}")
 
     def test_examples_run_in_order(self):
         for name, source in FILES.items():
@@ -93,7 +161,18 @@ class CommandLineDocument(unittest.TestCase):
                                  ("false\ntrue\n", None), ("false | true\n", None)):
             with self.subTest(commands), self.assertRaises(AssertionError):
                 self.run_example(Example(commands, output))
-        self.run_example(Example("echo a > x; echo b; exit 2\n# makes: x\n# exit code: 2\n", "b\n"))
+        self.run_example(Example("echo 12 point text > letter.txt; echo b; exit 2\n"
+                                 "# makes: letter.txt\n# exit code: 2\n", "b\n"))
+
+    def test_missing_content_would_be_found(self):
+        shutil.copy(DATA / "english.tif", self.folder / "letter.tif")
+        shutil.copy(DATA / "chinese.png", self.folder / "notice.png")
+        self.run_example(Example("zelk -o all.json letter.tif notice.png\n# makes: all.json\n", None))
+        for form in ("txt", "json"):
+            for given in ("letter*", "n*.png", "n*.png letter*"):
+                commands = f"# letter.tif notice.png\nzelk -o all.{form} {given}\n# makes: all.{form}\n"
+                with self.subTest(commands), self.assertRaises(AssertionError):
+                    self.run_example(Example(commands, None))
 
     def test_every_example_is_run(self):
         self.assertEqual(len(examples(self.text)), self.text.count("```sh\n"))

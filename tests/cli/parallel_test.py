@@ -45,17 +45,6 @@ class Jobs(ProgramTest):
         totals = json.loads(report.read_text(encoding="utf-8"))["totals"]
         self.assertEqual((totals["documents"], totals["workers_started"]), (30, 1))
 
-    def test_a_reader_that_goes_away_ends_the_run(self):
-        files = [self.file(f"{width}.bmp", bmp(width, 9)) for width in range(20, 60)]
-        process = subprocess.Popen(self.command("--jobs", "2", *files), stdout=subprocess.PIPE,
-                                   stderr=subprocess.PIPE, env=self.environment(fake="steady"))
-        process.stdout.readline()
-        process.stdout.close()
-        with process.stderr as stream:
-            errors = stream.read()
-        self.assertEqual(process.wait(), 4, errors)
-        self.assertIn(b"standard output", errors)
-        self.assert_nothing_is_left()
 
 
 class ManyDocuments(ProgramTest):

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/outcome_json.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "exchange/names.h"
 
@@ -90,7 +93,17 @@ OrderedJson totals_json(const RunTotals& totals) {
 }
 
 std::string json_line(const OrderedJson& json) {
-  return json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
+  const std::string text = json.dump(-1, ' ', false, OrderedJson::error_handler_t::replace);
+  std::string line;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t length = utf8_character_length(std::string_view(text).substr(at));
+    const std::string character = text.substr(at, length);
+    line += is_control_character(character, length)
+                ? fmt::format("\\u{:04x}", static_cast<unsigned char>(character.back()))
+                : character;
+    at += length;
+  }
+  return line;
 }
 
 }  // namespace cli

@@ -77,7 +77,7 @@ class PlainProgress : public RunListener {
 
   void run_finished(const RunTotals& totals) override {
     clear_bar();
-    if (_is_quiet) return;
+    if (_is_quiet || totals.is_reader_gone) return;
     const bool is_worth_telling = totals.documents > 1 || totals.failed_pages > 0 ||
                                   _losses.failed_documents > 0 || _losses.interrupted;
     if (_is_terminal || is_worth_telling) say(summary_line(totals, _losses));

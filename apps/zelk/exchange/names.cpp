@@ -23,11 +23,20 @@ bool is_utf8(std::string_view bytes) {
   return true;
 }
 
-// C0, DEL, and C1 in UTF-8, which some terminals obey too.
-bool is_control(std::string_view bytes, std::size_t length) {
-  const unsigned first = byte_at(bytes, 0);
-  if (length == 2) return first == 0xC2 && byte_at(bytes, 1) < 0xA0;
-  return length == 1 && (first < 0x20 || first == 0x7F);
+std::string without_controls(std::string_view bytes, std::string_view kept) {
+  std::string line;
+  for (std::size_t i = 0; i < bytes.size();) {
+    const std::size_t length = utf8_character_length(bytes.substr(i));
+    const std::size_t taken = length == 0 ? 1 : length;
+    const bool stays = kept.find(bytes[i]) != std::string_view::npos;
+    if (is_control_character(bytes.substr(i), length) && !stays) {
+      for (std::size_t k = 0; k < taken; ++k) line += escaped_byte(bytes, i + k);
+    } else {
+      line += bytes.substr(i, taken);
+    }
+    i += taken;
+  }
+  return line;
 }
 
 }  // namespace
@@ -48,6 +57,13 @@ std::size_t utf8_character_length(std::string_view bytes) {
   return wrong ? 0 : length;
 }
 
+bool is_control_character(std::string_view bytes, std::size_t length) {
+  const unsigned first = byte_at(bytes, 0);
+  if (length == 0) return first >= 0x80 && first < 0xA0;
+  if (length == 2) return first == 0xC2 && byte_at(bytes, 1) < 0xA0;
+  return length == 1 && (first < 0x20 || first == 0x7F);
+}
+
 ShownName shown_name(std::string_view bytes) {
   if (is_utf8(bytes)) return {std::string(bytes), false};
   ShownName shown{"", true};
@@ -64,18 +80,11 @@ ShownName shown_name(std::string_view bytes) {
 }
 
 std::string line_name(std::string_view bytes) {
-  std::string line;
-  for (std::size_t i = 0; i < bytes.size();) {
-    const std::size_t length = utf8_character_length(bytes.substr(i));
-    const std::size_t taken = length == 0 ? 1 : length;
-    if (is_control(bytes.substr(i), length)) {
-      for (std::size_t k = 0; k < taken; ++k) line += escaped_byte(bytes, i + k);
-    } else {
-      line += bytes.substr(i, taken);
-    }
-    i += taken;
-  }
-  return line;
+  return without_controls(bytes, "");
+}
+
+std::string lines_text(std::string_view bytes) {
+  return without_controls(bytes, "\n");
 }
 
 }  // namespace cli

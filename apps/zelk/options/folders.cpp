@@ -86,6 +86,11 @@ FolderContent documents_in_folder(const std::string& folder, bool recursive,
   return walk.content;
 }
 
+std::string plain_path(const std::string& path) {
+  std::error_code ignored;
+  return fs::absolute(path, ignored).lexically_normal().string();
+}
+
 std::string join_path(const std::string& folder, const std::string& name) {
   return folder.empty() || folder.back() == '/' ? folder + name : folder + "/" + name;
 }

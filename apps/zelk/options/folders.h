@@ -30,6 +30,9 @@ struct FolderContent {
 FolderContent documents_in_folder(const std::string& folder, bool recursive,
                                   const FileIdentity& left_out);
 
+// Absolute and without detours, so that two spellings of one path are seen to be the same.
+std::string plain_path(const std::string& path);
+
 // "folder/name", without a second slash.
 std::string join_path(const std::string& folder, const std::string& name);
 

@@ -18,10 +18,11 @@ A name that starts with @ or - is given as ./NAME.
 Without --output and --directory the text or JSON of all documents goes to standard output, in the
 order given. Below --directory a document of a folder keeps its path there, any other its name, and
 the extension becomes that of the format: scan.png gives scan.txt. Where two documents would get
-one output, both keep their names whole: scan.png.txt, scan.jpg.txt. An output appears under its
-name only when it is complete. Everything but results goes to standard error.
+one output, both keep their names whole: scan.png.txt, scan.jpg.txt; or, where these are the same
+too, their folders: monday/scan.txt, tuesday/scan.txt. An output appears under its name only when
+it is complete. Everything but results goes to standard error.
 
-Exit codes (of several that apply, the first of 130, 4, 3, 6, 8, 2, 5):
+Exit codes (of several that apply, the first of 130, 141, 4, 3, 6, 8, 2, 5):
     0  all done
     1  wrong usage
     2  some inputs could not be read
@@ -31,14 +32,16 @@ Exit codes (of several that apply, the first of 130, 4, 3, 6, 8, 2, 5):
     6  some documents failed: more failed pages than --max-failed-pages
     8  a password is needed
   130  interrupted; with --resume the next run goes on from here
+  141  nobody reads standard output any more (ended by SIGPIPE)
 
 Examples:
   zelk letter.png                                      text to standard output
   zelk --format json scans/*.tif | jq .pages[0]        one line of JSON for each document
+  zelk -o all.json scans/*.tif                         the same into one file
   zelk --pdf searchable.pdf scan.tif                   a searchable PDF beside the text
   zelk --format pdf,text -d out --recursive scans      a whole tree
   zelk --format pdf -d out --recursive --resume scans  the same again goes on where it stopped
-  zelk --image-list --format pdf -o book.pdf p1.png p2.png p3.png
+  zelk --image-list -o book.pdf p1.png p2.png p3.png
   find scans -name '*.tif' -mtime -1 | zelk -d out @/dev/stdin)";
 
 }  // namespace cli

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <set>
+#include <string_view>
 #include <utility>
 
 #include "options/folders.h"
@@ -33,6 +35,17 @@ std::string unreadable_reason(const std::string& file) {
   if (descriptor < 0) return std::strerror(errno);
   close(descriptor);
   return "";
+}
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // some editors begin UTF-8 with it
+
+// Why a line of a list cannot be a path; empty when it can. No path holds a zero byte, and all
+// texts in UTF-16 with line ends do.
+std::string encoding_reason(const std::string& line, bool is_first) {
+  if (line.find('\0') == std::string::npos) return "";
+  const bool has_mark = line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF");
+  return is_first && has_mark ? "the list is UTF-16, wanted is UTF-8 with one path a line"
+                              : "the list holds zero bytes, wanted is one path a line";
 }
 
 class Expansion {
@@ -69,13 +82,25 @@ class Expansion {
     if (std::exchange(_standard_input_taken, true)) {
       found.mistake = "standard input (-) can be read only once";
     }
-    found.inputs.push_back({"-", "stdin"});
+    found.inputs.push_back({"-", "stdin", "", true});
   }
 
   void take_file(const std::string& path, const std::string& relative) {
+    const std::string plain = plain_path(path);
+    // A picture may well be several pages of an image list.
+    if (!_options.image_list && !is_new(path, relative, plain)) return;
     const std::string reason = unreadable_reason(path);
-    if (!reason.empty()) return complain(path, reason);
-    found.inputs.push_back({path, relative});
+    if (!reason.empty()) complain(path, reason);
+    found.inputs.push_back({path, relative, plain, reason.empty()});
+  }
+
+  // Another name of a file that was taken, a link for example, is another document with its own
+  // output; another way to the same name is not.
+  bool is_new(const std::string& path, const std::string& relative, const std::string& plain) {
+    const FileIdentity identity = identity_of(path);
+    const bool new_path = _paths.insert(plain).second;
+    const bool new_file = identity == FileIdentity() || _files.insert({identity, relative}).second;
+    return new_path && new_file;
   }
 
   void take_folder(const std::string& folder) {
@@ -98,7 +123,11 @@ class Expansion {
     if (is_folder(path)) return complain(argument, "is a directory");
     found.lists.push_back(path);
     bool is_empty = true;
+    bool is_first = true;
     for (std::string line; std::getline(list, line);) {
+      const std::string reason = encoding_reason(line, is_first);
+      if (!reason.empty()) return complain(argument, reason);
+      if (std::exchange(is_first, false) && line.starts_with(kByteOrderMark)) line.erase(0, 3);
       if (line.ends_with('\r')) line.pop_back();
       if (line.empty() || line.starts_with('#')) continue;
       is_empty = false;
@@ -115,6 +144,8 @@ class Expansion {
   const Options& _options;
   FileIdentity _output_folder;  // of an earlier run perhaps, below an input folder
   bool _standard_input_taken = false;
+  std::set<std::string> _paths;                           // of the files taken
+  std::set<std::pair<FileIdentity, std::string>> _files;  // and which they are, by what name
 };
 
 }  // namespace

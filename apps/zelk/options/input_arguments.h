@@ -11,13 +11,15 @@ namespace cli {
 
 // One file that the arguments lead to.
 struct FoundInput {
-  std::string name;      // the path that it is opened by and that people see; "-"
-  std::string relative;  // what its outputs are named after: its path below the folder argument
-                         // that it was found in, else its base name; "stdin"
+  std::string name;         // the path that it is opened by and that people see; "-"
+  std::string relative;     // what its outputs are named after: its path below the folder argument
+                            // that it was found in, else its base name; "stdin"
+  std::string path;         // absolute and without detours; empty for standard input
+  bool is_readable = true;  // those that are not keep their names from the others all the same
 };
 
 struct FoundInputs {
-  std::vector<FoundInput> inputs;  // each can be opened for reading
+  std::vector<FoundInput> inputs;  // each file once, unless all are one document
   std::vector<InputComplaint> unreadable;
   std::vector<std::string> lists;  // the files of the @lists
   std::string mistake;             // not empty: usage error

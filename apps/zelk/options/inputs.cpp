@@ -12,55 +12,58 @@
 #include "exchange/names.h"
 #include "options/folders.h"
 #include "options/input_arguments.h"
+#include "options/output_names.h"
 #include "options/targets.h"
 
 namespace cli {
 namespace {
 
 std::vector<InputDocument> make_documents(const Options& options, const FoundInputs& found) {
-  std::vector<std::string> paths;
-  for (const FoundInput& input : found.inputs) paths.push_back(input.relative);
-  if (options.image_list) paths.resize(1);
-  const std::vector<std::string> names = distinct_names(paths);
-
+  if (options.image_list) {
+    const std::string name = distinct_names({found.inputs[0]})[0];
+    InputDocument document{found.inputs[0].name, {}, targets_of(options, name)};
+    for (const FoundInput& input : found.inputs) document.files.push_back(input.name);
+    return {document};
+  }
+  const std::vector<std::string> names = distinct_names(found.inputs);
   std::vector<InputDocument> documents;
   for (size_t i = 0; i < names.size(); ++i) {
+    if (!found.inputs[i].is_readable) continue;
     const std::string& file = found.inputs[i].name;
     documents.push_back({file, {file}, targets_of(options, names[i])});
-  }
-  if (options.image_list) {
-    documents[0].files.clear();
-    for (const FoundInput& input : found.inputs) documents[0].files.push_back(input.name);
   }
   return documents;
 }
 
-// Text and JSON of several documents follow each other in one stream, as long as no other format
-// goes there.
-bool is_one_stream(const Options& options) {
-  return options.directory.empty() && options.formats.size() == 1 &&
-         (options.formats[0] == Format::kText || options.formats[0] == Format::kJson);
+bool holds_several_documents(Format format) {
+  return format == Format::kText || format == Format::kJson;
+}
+
+// Documents for which only one file is named follow each other in it.
+void share_files(const Options& options, std::vector<InputDocument>& documents) {
+  if (documents.size() < 2 || !options.directory.empty()) return;
+  for (InputDocument& document : documents) {
+    for (InputDocument::Target& target : document.targets) target.is_shared = target.path != "-";
+  }
 }
 
 std::string check_number(const Options& options, size_t documents) {
   if (documents <= 1) return "";
   if (!options.pdf.empty()) {
-    return fmt::format("--pdf is for one document at a time, here are {}", documents);
+    return fmt::format(
+        "--pdf is for one document at a time, here are {}: use --format pdf --directory DIR",
+        documents);
   }
-  if (options.directory.empty() && !is_one_stream(options)) {
-    return fmt::format("{} documents need --directory DIR for their outputs", documents);
-  }
-  return "";
+  if (!options.directory.empty()) return "";
+  const auto single =
+      std::find_if_not(options.formats.begin(), options.formats.end(), holds_several_documents);
+  if (single == options.formats.end()) return "";
+  return fmt::format("{} documents need --directory DIR: one {} holds one document", documents,
+                     *single == Format::kPdf ? "PDF" : "HTML file");
 }
 
 // All outputs of a run, each with what writes it.
 using OutputOwners = std::map<std::string, std::string>;
-
-// Absolute and without detours, so that two spellings of one path are seen to be the same.
-std::string plain_path(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::absolute(path, ignored).lexically_normal().string();
-}
 
 std::string claim(OutputOwners& owners, const std::string& path, const std::string& owner) {
   const auto [entry, is_new] = owners.try_emplace(plain_path(path), owner);
@@ -72,12 +75,10 @@ std::string claim(OutputOwners& owners, const std::string& path, const std::stri
 std::string check_outputs_differ(const Options& options, const Inputs& inputs) {
   OutputOwners owners;
   if (!options.report.empty()) claim(owners, options.report, "the report");
-  bool stream_claimed = false;
   for (const InputDocument& document : inputs.documents) {
+    const bool is_first = &document == &inputs.documents.front();
     for (const InputDocument::Target& target : document.targets) {
-      const bool is_stream = is_one_stream(options) && target.path == options.output;
-      if (target.path == "-" || (is_stream && stream_claimed)) continue;
-      stream_claimed = stream_claimed || is_stream;
+      if (target.path == "-" || (target.is_shared && !is_first)) continue;
       std::string mistake = claim(owners, target.path, document.name);
       if (!mistake.empty()) return mistake;
     }
@@ -139,6 +140,7 @@ Inputs find_inputs(const Options& options) {
   const size_t number = options.image_list ? 1 : inputs.documents.size() + inputs.unreadable.size();
   inputs.mistake = found.mistake;
   if (inputs.mistake.empty()) inputs.mistake = check_number(options, number);
+  share_files(options, inputs.documents);
   if (inputs.mistake.empty()) inputs.mistake = check_inputs_stay(options, found, inputs);
   if (inputs.mistake.empty()) inputs.mistake = check_outputs_differ(options, inputs);
   if (inputs.mistake.empty() && options.skip_existing) skip_existing(inputs);

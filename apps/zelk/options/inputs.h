@@ -16,8 +16,9 @@ struct InputDocument {
   // One path for each of the run's formats, in their order; "-" is standard output. A format that
   // --pdf adds comes last.
   struct Target {
-    Format format;
+    Format format = Format::kText;
     std::string path;
+    bool is_shared = false;  // all documents of the run follow each other in this file
   };
   std::vector<Target> targets;
 };

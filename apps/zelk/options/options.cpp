@@ -6,12 +6,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <sstream>
 #include <string_view>
 
 #include "options/help_text.h"
+#include "options/targets.h"
 
 namespace cli {
 namespace {
@@ -103,7 +103,8 @@ void add_input_options(CLI::App& app, Options& options) {
 void add_output_options(CLI::App& app, Options& options) {
   app.add_option_function<std::string>(
          "--format", [&options](const std::string& text) { options.formats = parse_formats(text); },
-         "text, json, pdf, html, or several joined by commas (default: text)")
+         "text, json, pdf, html, or several joined by commas (default: by the extension of "
+         "--output, else text)")
       ->type_name("F")
       ->group("Output");
   add_name(app, "-o,--output", options.output,
@@ -117,6 +118,8 @@ void add_output_options(CLI::App& app, Options& options) {
   add_name(app, "--pdf", options.pdf,
            "Searchable PDF to write beside the text, of one document; ends in .pdf")
       ->type_name("FILE")
+      ->group("Output");
+  app.add_flag("--page-break", options.page_break, "Form feeds between the pages of texts")
       ->group("Output");
   app.add_flag("--skip-existing", options.skip_existing,
                "Pass over documents whose outputs all exist")
@@ -211,20 +214,38 @@ void check_messages(const CLI::App& app, Options& options) {
   options.progress = ProgressStyle::kQuiet;
 }
 
+const char* name_of(Format format) {
+  const auto known = std::find_if(kFormats.begin(), kFormats.end(),
+                                  [&](const FormatName& name) { return name.format == format; });
+  return known->name;
+}
+
+// One file has the format that its name tells. With several formats the extension is replaced.
+void settle_format(const CLI::App& app, Options& options) {
+  const std::optional<Format> told = format_of_name(options.output);
+  if (!told || options.formats.size() > 1) return;
+  if (app.count("--format") > 0 && options.formats[0] != *told) {
+    throw CLI::ValidationError(
+        "--output", fmt::format("{} is named like {}, but --format says {}", options.output,
+                                name_of(*told), name_of(options.formats[0])));
+  }
+  options.formats = {*told};
+}
+
 void check_pdf(const Options& options) {
   if (options.pdf.empty()) return;
   const auto refuse = [](const char* reason) { throw CLI::ValidationError("--pdf", reason); };
-  if (options.inputs.size() > 1 && !options.image_list) refuse("is for one document at a time");
-  if (!options.directory.empty()) refuse("has no place beside --directory: use --format pdf");
-  if (std::count(options.formats.begin(), options.formats.end(), Format::kPdf) > 0) {
-    refuse("has no place beside --format pdf");
+  if (options.inputs.size() > 1 && !options.image_list) {
+    refuse("is for one document at a time: use --format pdf --directory DIR");
   }
+  if (!options.directory.empty()) refuse("has no place beside --directory: use --format pdf");
   if (options.pdf == options.output) refuse("names the file of --output too");
-  std::string end =
-      options.pdf.substr(options.pdf.size() - std::min<size_t>(4, options.pdf.size()));
-  std::transform(end.begin(), end.end(), end.begin(),
-                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-  if (end != ".pdf") refuse("the name must end in .pdf");
+  if (std::count(options.formats.begin(), options.formats.end(), Format::kPdf) > 0) {
+    refuse(options.formats.size() == 1 && format_of_name(options.output) == Format::kPdf
+               ? "has no place beside a PDF in --output"
+               : "has no place beside --format pdf");
+  }
+  if (format_of_name(options.pdf) != Format::kPdf) refuse("the name must end in .pdf");
 }
 
 bool writes_files(const Options& options) {
@@ -239,6 +260,9 @@ void check_outputs(const Options& options, bool results_on_terminal) {
   if (!options.output.empty() && !options.directory.empty()) {
     refuse("--output", "excludes --directory");
   }
+  const bool any_text =
+      std::count(options.formats.begin(), options.formats.end(), Format::kText) > 0;
+  if (options.page_break && !any_text) refuse("--page-break", "is for texts, none is wanted here");
   if (options.report == "-") refuse("--report", "is a file, not standard output");
   if (writes_files(options)) return;
   if (options.formats.size() > 1) refuse("--format", fmt::format("several formats need {}", where));
@@ -281,6 +305,7 @@ ParsedOptions parse_options(int argc, const char* const* argv, bool results_on_t
     const bool only_informs = options.list_languages || options.version;
     if (options.inputs.empty() && !only_informs) throw CLI::RequiredError("FILE");
     check_messages(app, options);
+    settle_format(app, options);
     check_pdf(options);
     if (!only_informs) check_outputs(options, results_on_terminal);
   } catch (const CLI::ParseError& error) {

@@ -13,7 +13,7 @@
 namespace cli {
 
 // What the exit code of the program says. Of several that apply, the first of this list counts:
-// 130, 4, 3, 6, 8, 2, 5.
+// 130, 141, 4, 3, 6, 8, 2, 5.
 enum ExitCode {
   kAllDone = 0,
   kUsage = 1,
@@ -24,6 +24,7 @@ enum ExitCode {
   kFailedDocuments = 6,
   kPasswordNeeded = 8,
   kInterrupted = 130,
+  kReaderGone = 141,  // what a shell shows for a program that SIGPIPE ended, as this one lets it
 };
 
 enum class ProgressStyle { kAutomatic, kQuiet, kJson };
@@ -52,6 +53,7 @@ struct Options {
   std::string output;                          // -o; empty or "-": standard output
   std::string directory;                       // -d; empty: none
   std::string pdf;                             // --pdf FILE; empty: none
+  bool page_break = false;                     // form feeds between the pages of texts
   bool skip_existing = false;
   bool resume = false;
   std::string report;  // --report; empty: none

@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "options/targets.h"
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
-#include <map>
 
 #include "options/folders.h"
 
 namespace cli {
 namespace {
-
-std::string without_extension(const std::string& path) {
-  return std::filesystem::path(path).replace_extension().string();
-}
 
 std::string target_path(const Options& options, Format format, const std::string& below) {
   if (!options.directory.empty()) {
@@ -19,7 +16,7 @@ std::string target_path(const Options& options, Format format, const std::string
   }
   if (options.output.empty() || options.output == "-") return "-";
   if (options.formats.size() == 1) return options.output;
-  return without_extension(options.output) + extension_of(format);
+  return std::filesystem::path(options.output).replace_extension().string() + extension_of(format);
 }
 
 }  // namespace
@@ -38,34 +35,24 @@ const char* extension_of(Format format) {
   return ".html";
 }
 
+std::optional<Format> format_of_name(const std::string& path) {
+  std::string extension = std::filesystem::path(path).extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  if (extension == ".htm") return Format::kHtml;
+  for (const Format format : {Format::kText, Format::kJson, Format::kPdf, Format::kHtml}) {
+    if (extension == extension_of(format)) return format;
+  }
+  return {};
+}
+
 std::vector<InputDocument::Target> targets_of(const Options& options, const std::string& below) {
   std::vector<InputDocument::Target> targets;
   for (const Format format : options.formats) {
-    targets.push_back({format, target_path(options, format, below)});
+    targets.push_back({format, target_path(options, format, below), false});
   }
-  if (!options.pdf.empty()) targets.push_back({Format::kPdf, options.pdf});
+  if (!options.pdf.empty()) targets.push_back({Format::kPdf, options.pdf, false});
   return targets;
-}
-
-std::vector<std::string> distinct_names(const std::vector<std::string>& paths) {
-  std::vector<std::string> names;
-  names.reserve(paths.size());
-  for (const std::string& path : paths) names.push_back(without_extension(path));
-  // A name that is kept whole can be the short name of another ("a.png" and "a.png.gif"), so that
-  // one round may not be enough; each round lengthens names, and none twice.
-  for (bool changed = true; changed;) {
-    changed = false;
-    std::map<std::string, std::vector<size_t>> users;
-    for (size_t i = 0; i < names.size(); ++i) users[names[i]].push_back(i);
-    for (const auto& [name, indices] : users) {
-      if (indices.size() == 1) continue;
-      for (const size_t i : indices) {
-        changed = changed || names[i] != paths[i];
-        names[i] = paths[i];
-      }
-    }
-  }
-  return names;
 }
 
 }  // namespace cli

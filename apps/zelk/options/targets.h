@@ -2,6 +2,7 @@
 #ifndef ZELK_APPS_OPTIONS_TARGETS_H
 #define ZELK_APPS_OPTIONS_TARGETS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,13 +13,12 @@ namespace cli {
 // Extension of a format's files, with its dot.
 const char* extension_of(Format format);
 
+// The format that the extension of a file's name tells, in capitals or not; nothing for others.
+std::optional<Format> format_of_name(const std::string& path);
+
 // Where the results of one document go. `below` is the name of its outputs below the folder of -d,
 // without an extension; nothing else makes use of it.
 std::vector<InputDocument::Target> targets_of(const Options& options, const std::string& below);
-
-// One name for each of the paths, all different where that can be had: the path without its
-// extension, or the whole path where others would get the same.
-std::vector<std::string> distinct_names(const std::vector<std::string>& paths);
 
 }  // namespace cli
 

@@ -3,6 +3,7 @@
 #include <nettle/base64.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
 #include "exchange/files.h"
@@ -145,7 +146,9 @@ std::string failures(const Overview& overview) {
 
 void write_html(const OutputOrder& order, const std::string& path, const Progress& progress) {
   const Overview overview = look_over(order);
-  const std::string name = order.file == "-" ? "standard input" : shown_name(order.file).text;
+  // Pages are passed on: where the document lay is nobody's business.
+  const std::string base = std::filesystem::path(order.file).filename().string();
+  const std::string name = base == "-" ? "standard input" : shown_name(base).text;
   OutputFile file(path);
   const auto write_pages = [&](OutputFile& out) {
     for_each_page(order, [&](const PageRecord& record) {

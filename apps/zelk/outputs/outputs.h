@@ -12,11 +12,14 @@ namespace cli {
 
 enum class Format { kText, kJson, kPdf, kHtml };
 
+constexpr char kPageBreak = '\f';
+
 // What a worker makes the outputs of one document of.
 struct OutputOrder {
   std::string file;                // the document's name, any bytes; "-" for standard input
   int page_count = 0;              // pages of the document, wanted or not
   std::vector<std::string> pages;  // record files, in the order of the outputs
+  bool page_break = false;         // a form feed between each two pages of the text
 };
 
 // Reads the order's records one at a time: memory stays that of one page. Throws std::runtime_error

@@ -34,24 +34,47 @@ bool writes_to_standard_output(const InputDocument& input) {
                      [](const auto& target) { return target.path == kStandardOutput; });
 }
 
-std::string deliver(DocumentRun& document, Output& results, const std::string& run_folder) {
+bool shares_a_file(const InputDocument& input) {
+  return std::any_of(input.targets.begin(), input.targets.end(),
+                     [](const auto& target) { return target.is_shared; });
+}
+
+std::string Delivery::deliver(DocumentRun& document) {
   std::string failures;
   const std::vector<InputDocument::Target>& targets = document.input().targets;
   for (std::size_t index = 0; index < targets.size(); ++index) {
     const std::string file = document.output_path(index);
-    const std::string& target = targets[index].path;
-    if (target == kStandardOutput) {
-      copy_to(file, results);
-      continue;
-    }
+    const InputDocument::Target& target = targets[index];
     try {
-      deliver_file(file, target, run_folder);
-      document.outcome().outputs.push_back(target);
+      if (target.path == kStandardOutput || target.is_shared) {
+        append(file, target);
+      } else {
+        deliver_file(file, target.path, _run_folder);
+      }
+      if (target.path != kStandardOutput) document.outcome().outputs.push_back(target.path);
     } catch (const std::system_error& error) {
+      if (target.path == kStandardOutput || target.is_shared) throw;
       failures += (failures.empty() ? "cannot write " : ", ") + std::string(error.what());
     }
   }
   return failures;
+}
+
+void Delivery::append(const std::string& file, const InputDocument::Target& target) {
+  Output* output = &_results;
+  if (target.path != kStandardOutput) {
+    std::unique_ptr<Output>& shared = _shared[target.path];
+    if (!shared) shared = std::make_unique<Output>(target.path, _run_folder);
+    output = shared.get();
+  }
+  const bool is_first = _appended[target.path]++ == 0;
+  if (_page_break && target.format == Format::kText && !is_first) output->write({&kPageBreak, 1});
+  copy_to(file, *output);
+}
+
+void Delivery::finish() {
+  for (const auto& [path, output] : _shared) output->finish();
+  _shared.clear();
 }
 
 }  // namespace cli

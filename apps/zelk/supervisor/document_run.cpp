@@ -130,6 +130,7 @@ Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
     AssembleOrder order;
     order.document.file = _input.name;
     order.document.page_count = _outcome.page_count;
+    order.document.page_break = _setting.options.page_break;
     for (const int number : _wanted) {
       order.document.pages.push_back(page_record_name(number));
       link_or_copy_file(record_path(number), scratch + "/" + page_record_name(number));
@@ -190,7 +191,8 @@ void DocumentRun::handle_refused(const Job& job, const Refused& event) {
   // A picture of a list that cannot be opened is one page without a result.
   Source& source = _sources[job.source];
   source.opened = true;
-  source.failure = fmt::format("{}: {}", source.path, event.reason);
+  const std::string name = std::filesystem::path(source.path).filename().string();
+  source.failure = fmt::format("{}: {}", name, event.reason);  // for outputs: no folders in it
   source.pages = {{}};
 }
 

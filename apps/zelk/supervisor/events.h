@@ -48,6 +48,7 @@ struct RunTotals {
   long supervisor_memory_kib = 0;
   long worker_memory_kib = 0;  // the highest of any worker
   int workers_started = 0;
+  bool is_reader_gone = false;  // nobody reads standard output any more: the run ended early
 };
 
 // Whoever wants to know how a run goes: progress on the terminal, the report. Calls come from the

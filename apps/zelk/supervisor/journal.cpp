@@ -124,8 +124,10 @@ void Journal::mark_delivered(const std::string& key, const DocumentOutcome& outc
 }
 
 void Journal::unlock(const std::string& key) {
-  close(_locks.at(key));
-  _locks.erase(key);
+  const auto lock = _locks.find(key);
+  if (lock == _locks.end()) return;
+  close(lock->second);
+  _locks.erase(lock);
 }
 
 }  // namespace cli

@@ -38,6 +38,9 @@ class Journal {
 
   // The document is done: its records go, its outcome stays until the end of the run.
   void mark_delivered(const std::string& key, const DocumentOutcome& outcome);
+  // Nobody works on the document any more, but its records stay until the end of the run: a file
+  // that several documents share is made of all of them, by the next run too.
+  void release(const std::string& key) { unlock(key); }
   // All entries stay for a run with --resume, those of delivered documents too, or it would do
   // these again.
   void keep() { _keep_all = true; }

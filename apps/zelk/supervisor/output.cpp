@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "exchange/names.h"
+
 namespace cli {
 namespace {
 
@@ -51,7 +53,15 @@ int claim_standard_output() {
   return results;
 }
 
-Output::Output(int descriptor) : _descriptor(descriptor), _path("standard output") {}
+std::string reason_of(const std::system_error& error) {
+  const auto* const files = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
+  if (files == nullptr) return line_name(error.what());
+  return line_name(files->path1().string() + ": " + files->code().message());
+}
+
+Output::Output(int descriptor) : _descriptor(descriptor), _path("standard output") {
+  if (isatty(_descriptor) == 1) _terminal.emplace();
+}
 
 Output::Output(const std::string& path, const std::string& unfinished_folder) : _path(path) {
   struct stat existing = {};
@@ -59,6 +69,7 @@ Output::Output(const std::string& path, const std::string& unfinished_folder) : 
   if (exists && !S_ISREG(existing.st_mode)) {
     _descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
     if (_descriptor < 0) fail(_path);
+    if (isatty(_descriptor) == 1) _terminal.emplace();
     return;
   }
   if (exists && access(path.c_str(), W_OK) != 0) fail(_path);
@@ -84,17 +95,27 @@ Output::~Output() {
 }
 
 void Output::write(std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(_descriptor, text.data(), text.size());
+  if (_terminal) {
+    write_bytes(_terminal->take(text));
+  } else {
+    write_bytes(text);
+  }
+}
+
+void Output::write_bytes(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(_descriptor, bytes.data(), bytes.size());
     if (written < 0) {
       if (errno == EINTR) continue;
+      if (errno == EPIPE) throw ReaderGone(errno, std::generic_category(), _path);
       fail(_path);
     }
-    text.remove_prefix(static_cast<size_t>(written));
+    bytes.remove_prefix(static_cast<size_t>(written));
   }
 }
 
 void Output::finish() {
+  if (_terminal) write_bytes(_terminal->rest());
   if (_temporary_path.empty()) {
     close_descriptor();
     return;

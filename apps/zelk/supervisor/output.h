@@ -2,8 +2,12 @@
 #ifndef ZELK_APPS_SUPERVISOR_OUTPUT_H
 #define ZELK_APPS_SUPERVISOR_OUTPUT_H
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
+
+#include "exchange/terminal_text.h"
 
 namespace cli {
 
@@ -12,7 +16,17 @@ namespace cli {
 // closed.
 int claim_standard_output();
 
-// Where results go. Every operation throws std::system_error when the results cannot be delivered.
+// Whoever reads results from a pipe has seen enough: no fault, but nothing more can be delivered.
+class ReaderGone : public std::system_error {
+ public:
+  using std::system_error::system_error;
+};
+
+// "FILE: REASON", on one line.
+std::string reason_of(const std::system_error& error);
+
+// Where results go. What a terminal could take for commands does not reach it. Every operation
+// throws std::system_error when the results cannot be delivered.
 class Output {
  public:
   // Takes over an open descriptor.
@@ -27,13 +41,16 @@ class Output {
 
   int descriptor() const { return _descriptor; }
 
+  // Throws ReaderGone when it is a pipe that nobody reads any more.
   void write(std::string_view text);
   // Nothing may be written afterwards. Without it a file leaves no trace.
   void finish();
 
  private:
+  void write_bytes(std::string_view bytes);
   void close_descriptor();
 
+  std::optional<TerminalText> _terminal;  // when that is where the results go
   int _descriptor = -1;
   std::string _path;
   std::string _temporary_path;  // empty when written to directly

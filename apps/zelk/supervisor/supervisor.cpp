@@ -83,12 +83,12 @@ class Supervisor {
   const Options& _options;
   std::string _engine_dir;
   Inputs _inputs;
-  Output& _results;
   RunListener& _listener;
   std::unique_ptr<Journal> _journal;
   RunFolder _folder;
   std::string _engine_identity;
   DocumentRun::Setting _document_setting;
+  Delivery _delivery;
   WorkerPool _pool;
   std::list<std::unique_ptr<DocumentRun>> _documents;  // at work, in the order of the inputs
   std::size_t _next_input = 0;
@@ -103,11 +103,11 @@ Supervisor::Supervisor(const Options& options, const std::string& engine_dir,
     : _options(options),
       _engine_dir(engine_dir),
       _inputs(std::move(inputs)),
-      _results(results),
       _listener(listener),
       _journal(open_journal(options)),
       _folder(_journal ? _journal->path() : ""),
       _document_setting{options, _folder.path(), listener, nullptr},
+      _delivery(results, _folder.path(), options.page_break),
       _pool(pool_setting(engine_data)) {
   if (!_journal) return;
   _engine_identity = engine_identity(engine_dir);
@@ -137,13 +137,16 @@ WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_data) con
 
 // What the results of a page depend on beside the document and the engine.
 std::string settings_text(const Options& options, bool pictures) {
-  return fmt::format("dpi {} max-pixels {} skip-text {} pictures {}", options.dpi.value_or(0),
-                     options.max_pixels, options.skip_text, pictures);
+  return fmt::format("dpi {} max-pixels {} skip-text {} pictures {} page-break {}",
+                     options.dpi.value_or(0), options.max_pixels, options.skip_text, pictures,
+                     options.page_break);
 }
 
 std::optional<std::string> Supervisor::attach(DocumentRun& document, const std::string& digests) {
   std::string facts = digests + _engine_identity + settings_text(_options, any_pictures(_inputs));
-  for (const auto& target : document.input().targets) facts += "\n" + target.path;
+  for (const auto& target : document.input().targets) {
+    facts += (target.is_shared ? "\nshared " : "\n") + target.path;
+  }
   for (const int page : document.wanted()) facts += fmt::format(" {}", page);
   const std::string key = digest_of_text(facts).substr(0, 32);
   std::optional<std::string> folder = _journal->open_document(key);
@@ -170,8 +173,11 @@ ExitCode Supervisor::run(std::string& complaint) {
           fmt::format("no engine: {}{} {}", _engine_dir, kEngineFile, _pool.engine_failure());
       _exit_codes.insert(kNoEngine);
     }
+  } catch (const ReaderGone&) {
+    _totals.is_reader_gone = true;
+    _exit_codes.insert(kReaderGone);
   } catch (const std::system_error& error) {
-    complaint = fmt::format("cannot write the output: {}", error.what());
+    complaint = fmt::format("cannot write the output: {}", reason_of(error));
     _exit_codes.insert(kOutputFailed);
   }
   if (_pool.engine_failure().empty()) interrupt();
@@ -184,7 +190,7 @@ ExitCode Supervisor::run(std::string& complaint) {
   getrusage(RUSAGE_SELF, &usage);
   _totals.supervisor_memory_kib = usage.ru_maxrss;
   _listener.run_finished(_totals);
-  for (const ExitCode code : {kInterrupted, kOutputFailed, kNoEngine, kFailedDocuments,
+  for (const ExitCode code : {kInterrupted, kReaderGone, kOutputFailed, kNoEngine, kFailedDocuments,
                               kPasswordNeeded, kSomeInputsUnreadable, kDeliveredWithFailedPages}) {
     if (_exit_codes.contains(code)) return code;
   }
@@ -202,7 +208,10 @@ void Supervisor::work() {
     _pool.give_out([this] { return next_job(); });
     deliver_ready();
     drop_finished();
-    if (_documents.empty() && _next_input == _inputs.documents.size()) return;
+    if (_documents.empty() && _next_input == _inputs.documents.size()) {
+      _delivery.finish();
+      return;
+    }
     // A document may just have become ready for its next step, with no worker at work.
     if (!_pool.is_idle()) _pool.wait(interruption.mask_while_waiting());
     _listener.tick();
@@ -256,10 +265,11 @@ std::optional<Job> Supervisor::next_job() {
 }
 
 void Supervisor::deliver_ready() {
-  bool is_turn = true;  // nothing earlier has still to write to standard output
+  bool is_turn = true;  // nothing earlier has still to write where this one does
   for (const auto& document : _documents) {
     if (document->is_finished()) continue;
-    const bool waits = writes_to_standard_output(document->input()) && !is_turn;
+    const InputDocument& input = document->input();
+    const bool waits = !is_turn && (writes_to_standard_output(input) || shares_a_file(input));
     if (document->is_assembled() && !waits) {
       deliver_document(*document);
     } else {
@@ -271,13 +281,13 @@ void Supervisor::deliver_ready() {
 void Supervisor::deliver_document(DocumentRun& document) {
   const DocumentState state = document.outcome().state;
   make_folders(document.input());
-  const std::string failure = deliver(document, _results, _folder.path());
+  const std::string failure = _delivery.deliver(document);
   if (!failure.empty()) {
     document.finish(DocumentState::kOutputFailed, failure);
     return;
   }
   document.finish(state, "");
-  if (!document.journal_key().empty()) {
+  if (!document.journal_key().empty() && !shares_a_file(document.input())) {
     _journal->mark_delivered(document.journal_key(), document.outcome());
   }
 }
@@ -302,6 +312,7 @@ void Supervisor::drop_finished() {
                        document.outcome().state == DocumentState::kOutputFailed ||
                        document.outcome().state == DocumentState::kInterrupted;
     if (stays && _journal) _journal->keep();
+    if (!document.journal_key().empty()) _journal->release(document.journal_key());
     document.remove_files();
     end(document.outcome());
     place = _documents.erase(place);
@@ -310,7 +321,8 @@ void Supervisor::drop_finished() {
 
 // What is left when the run ends early.
 void Supervisor::interrupt() {
-  if (_journal && !_documents.empty()) _journal->keep();
+  const bool is_done = _documents.empty() && _next_input == _inputs.documents.size();
+  if (_journal && (!is_done || _delivery.has_unfinished())) _journal->keep();
   for (const auto& document : _documents) {
     if (!document->is_finished()) document->finish(DocumentState::kInterrupted, "interrupted");
     end(document->outcome());

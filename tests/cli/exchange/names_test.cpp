@@ -40,7 +40,14 @@ TEST(Names, ControlCharactersDoNotReachATerminal) {
   EXPECT_EQ(line_name("a\xC2\x9B"
                       "1m"),
             "a\\xC2\\x9B1m");
+  EXPECT_EQ(line_name("\x9B"
+                      "1m"),
+            "\\x9B1m");
   EXPECT_EQ(line_name("ä扫\xC2\xA0\xFF.png"), "ä扫\xC2\xA0\xFF.png");
+}
+
+TEST(Names, TextsOfSeveralLinesKeepThem) {
+  EXPECT_EQ(cli::lines_text("a\nb\x1B\tc\n"), "a\nb\\x1B\\x09c\n");
 }
 
 }  // namespace

@@ -82,12 +82,35 @@ TEST_F(FindInputs, OutputsThatWouldCollideKeepTheirNamesWhole) {
             (Names{"out/other.txt", "out/scan.jpg.txt", "out/scan.png.txt"}));
 }
 
+TEST_F(FindInputs, DocumentsWithOneNameKeepTheirFolders) {
+  make_file("x/a/scan.png");
+  make_file("x/b/scan.png");
+  make_file("c/other.png");
+  EXPECT_EQ(outputs(find_inputs(options_of({"x/a", "c/other.png", "x/b/scan.png"}, "out"))),
+            (Names{"out/a/scan.txt", "out/other.txt", "out/b/scan.txt"}));
+}
+
+TEST_F(FindInputs, DocumentThatCannotBeReadKeepsItsName) {
+  make_file("x/a/scan.png");
+  make_file("x/b/scan.png", "");
+  EXPECT_EQ(outputs(find_inputs(options_of({"x/a", "x/b/scan.png"}, "out"))),
+            Names{"out/a/scan.txt"});
+}
+
 TEST_F(FindInputs, TwoInputsWithOneOutputAreAMistake) {
-  make_file("a/scan.png");
-  make_file("b/scan.png");
-  EXPECT_EQ(find_inputs(options_of({"a", "b/scan.png"}, "out")).mistake,
-            "a/scan.png and b/scan.png would both be written to out/scan.png.txt");
-  EXPECT_EQ(find_inputs(options_of({"a", "b/scan.png"})).mistake, "");
+  make_file("stdin");
+  EXPECT_EQ(find_inputs(options_of({"-", "stdin"}, "out")).mistake,
+            "- and stdin would both be written to out/stdin.txt");
+  EXPECT_EQ(find_inputs(options_of({"-", "stdin"})).mistake, "");
+}
+
+TEST_F(FindInputs, FileIsTakenOnceByWhateverPath) {
+  make_file("in/a.png");
+  make_file("in/b.png");
+  ASSERT_EQ(symlink("in", "link"), 0);
+  ASSERT_EQ(link("in/a.png", "in/same.png"), 0);
+  EXPECT_EQ(names(find_inputs(options_of({"in/a.png", "in/../in/a.png", "link/a.png", "link"}))),
+            (Names{"in/a.png", "link/b.png", "link/same.png"}));
 }
 
 TEST_F(FindInputs, ListsNameFilesAndFoldersOfAnyBytes) {
@@ -149,12 +172,20 @@ TEST_F(FindInputs, TextOfSeveralDocumentsSharesOneFileOtherFormatsDoNot) {
     options.formats = {format};
     EXPECT_EQ(find_inputs(options).mistake, "");
     EXPECT_EQ(outputs(find_inputs(options)), Names(2, "out.txt"));
+    for (const auto& document : find_inputs(options).documents) {
+      EXPECT_TRUE(document.targets[0].is_shared);
+    }
   }
-  for (const auto& formats : {std::vector{Format::kPdf}, std::vector{Format::kHtml},
-                              std::vector{Format::kText, Format::kJson}}) {
-    options.formats = formats;
-    EXPECT_EQ(find_inputs(options).mistake, "2 documents need --directory DIR for their outputs");
-  }
+  options.formats = {Format::kText, Format::kJson};
+  EXPECT_EQ(outputs(find_inputs(options)), (Names{"out.txt", "out.json", "out.txt", "out.json"}));
+  options.formats = {Format::kText, Format::kPdf};
+  EXPECT_EQ(find_inputs(options).mistake,
+            "2 documents need --directory DIR: one PDF holds one document");
+  options.formats = {Format::kHtml};
+  EXPECT_EQ(find_inputs(options).mistake,
+            "2 documents need --directory DIR: one HTML file holds one document");
+  options.inputs = {"a.png"};
+  EXPECT_FALSE(find_inputs(options).documents[0].targets[0].is_shared);
 }
 
 TEST_F(FindInputs, PdfBesideTheTextIsForOneDocument) {

@@ -112,6 +112,26 @@ TEST(CommandLineOptions, FormatsAreSortedAndNotRepeated) {
   }
 }
 
+TEST(CommandLineOptions, FormatFollowsTheExtensionOfTheOutput) {
+  EXPECT_EQ(options_of({"-o", "x.pdf", "a"}).formats, std::vector{Format::kPdf});
+  EXPECT_EQ(options_of({"a", "-o", "x.HTM"}).formats, std::vector{Format::kHtml});
+  EXPECT_EQ(options_of({"-o", "x.json", "--format", "json", "a"}).formats,
+            std::vector{Format::kJson});
+  EXPECT_EQ(options_of({"-o", "x.out", "a"}).formats, std::vector{Format::kText});
+  EXPECT_EQ(options_of({"-o", "x.out", "--format", "pdf", "a"}).formats, std::vector{Format::kPdf});
+  EXPECT_EQ(options_of({"-o", "x.pdf", "--format", "text,json", "a"}).formats,
+            (std::vector{Format::kText, Format::kJson}));
+  expect_mistake({"-o", "x.pdf", "--format", "text", "a"},
+                 "--output: x.pdf is named like pdf, but --format says text");
+  expect_mistake({"-o", "x.pdf", "--pdf", "y.pdf", "a"}, "--pdf: has no place beside a PDF");
+}
+
+TEST(CommandLineOptions, PageBreaksAreForTexts) {
+  EXPECT_TRUE(options_of({"--page-break", "-o", "x", "--format", "text,json", "a"}).page_break);
+  expect_mistake({"--page-break", "--format", "json", "a"}, "--page-break: is for texts");
+  expect_mistake({"--page-break", "-o", "x.pdf", "a"}, "--page-break: is for texts");
+}
+
 TEST(CommandLineOptions, FailedPagesAreANumberOrAShare) {
   const auto limit = [](const char* text) {
     return options_of({"--max-failed-pages", text, "a"}).max_failed_pages;
@@ -189,7 +209,7 @@ TEST(CommandLineOptions, HelpIsGroupedAndNamesTheExitCodes) {
     EXPECT_GT(found, position) << part;
     position = found;
   }
-  for (const int code : {0, 1, 2, 3, 4, 5, 6, 8, 130}) {
+  for (const int code : {0, 1, 2, 3, 4, 5, 6, 8, 130, 141}) {
     EXPECT_NE(parsed.message.find(" " + std::to_string(code) + "  "), std::string::npos) << code;
   }
 }

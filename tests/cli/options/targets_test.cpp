@@ -55,18 +55,17 @@ TEST(Targets, PdfBesideTheTextComesLast) {
   EXPECT_EQ(targets[2].path, "layer.pdf");
 }
 
-TEST(Targets, NamesLoseTheirExtensionUnlessOthersWouldGetTheSame) {
-  EXPECT_EQ(cli::distinct_names({"a/x.png", "b/x.png", "a/x.jpg", "y", "z.2.tif"}),
-            (Names{"a/x.png", "b/x", "a/x.jpg", "y", "z.2"}));
-}
-
-TEST(Targets, NameThatAnotherKeepsWholeIsNotTakenByAThird) {
-  EXPECT_EQ(cli::distinct_names({"a.png", "a.jpg", "a.png.gif"}),
-            (Names{"a.png", "a.jpg", "a.png.gif"}));
-}
-
-TEST(Targets, SameNamesStayTheSame) {
-  EXPECT_EQ(cli::distinct_names({"a.png", "a.png"}), (Names{"a.png", "a.png"}));
+TEST(Targets, ExtensionsOfFilesTellTheirFormats) {
+  for (const char* name : {"a.pdf", "a.PDF", "x.y/a.b.Pdf"}) {
+    EXPECT_EQ(cli::format_of_name(name), Format::kPdf) << name;
+  }
+  EXPECT_EQ(cli::format_of_name("a.htm"), Format::kHtml);
+  EXPECT_EQ(cli::format_of_name("a.html"), Format::kHtml);
+  EXPECT_EQ(cli::format_of_name("a.txt"), Format::kText);
+  EXPECT_EQ(cli::format_of_name("a.json"), Format::kJson);
+  for (const char* name : {"", "-", "pdf", ".pdf", "a.pdf/", "x.pdf/a", "a.pdf.bak", "a.dat"}) {
+    EXPECT_EQ(cli::format_of_name(name), std::nullopt) << name;
+  }
 }
 
 }  // namespace

@@ -33,6 +33,15 @@ TEST_F(HtmlOutput, HoldsEveryPageWithItsPictureItsTextAndItsBoxes) {
   EXPECT_EQ(page.find("aria-label=\"Failed pages\""), std::string::npos);
 }
 
+TEST_F(HtmlOutput, TellsTheNameOfTheDocumentAndNotWhereItLay) {
+  order.file = "/home/somebody/secret project/scan.pdf";
+  add(with_picture(recognised("text", one_word_json("word")), 100, 80));
+  const std::string page = html();
+  EXPECT_EQ(page.find("somebody"), std::string::npos);
+  EXPECT_EQ(page.find("secret project"), std::string::npos);
+  EXPECT_NE(page.find("<title>scan.pdf</title>"), std::string::npos);
+}
+
 TEST_F(HtmlOutput, NeedsNothingFromElsewhere) {
   add(with_picture(recognised("text", one_word_json("word")), 100, 80));
   const std::string page = html();

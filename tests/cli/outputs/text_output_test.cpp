@@ -28,6 +28,15 @@ TEST_F(TextOutput, FailedPagesContributeNothing) {
   EXPECT_EQ(progress, 3);
 }
 
+TEST_F(TextOutput, PageBreaksStandBetweenAllPagesAndNowhereElse) {
+  order.page_break = true;
+  add(recognised("one\fpage\n"));
+  add(failed("crashed"));
+  add(recognised(""));
+  add(recognised("last"));
+  EXPECT_EQ(text(), "one\npage\n\f\f\flast");
+}
+
 TEST_F(TextOutput, ReplacesWhatWasThere) {
   write_file(path, "a longer text that was there before");
   add(recognised("new"));
