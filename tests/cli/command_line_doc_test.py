@@ -133,12 +133,12 @@ class CommandLineDocument(unittest.TestCase):
         if path.suffix in (".pdf", ".html"):
             wanted = [[page for document in wanted for page in document]]
         if path.suffix == ".txt":
-            every = "(?s:.*)".join(re.escape(page) for document in wanted for page in document if page)
+            every = "(?s:.*)".join(re.escape(page) for page in sum(wanted, []) if page)
             self.assertTrue(wanted and every)
             self.assertRegex(re.sub(r"\s", "", found[0][0]), every, path.name)
             return
         self.assertTrue(wanted and wanted[0], path.name)
-        self.assertEqual([len(pages) for pages in found], [len(pages) for pages in wanted], path.name)
+        self.assertEqual(list(map(len, found)), list(map(len, wanted)), path.name)
         for page, text in zip(sum(wanted, []), sum(found, [])):
             self.assertIn(page or "", re.sub(r"\s", "", text or ""), path.name)
             self.assertTrue(page or not text, f"{path.name}: {text!r}")
@@ -167,10 +167,12 @@ class CommandLineDocument(unittest.TestCase):
     def test_missing_content_would_be_found(self):
         shutil.copy(DATA / "english.tif", self.folder / "letter.tif")
         shutil.copy(DATA / "chinese.png", self.folder / "notice.png")
-        self.run_example(Example("zelk -o all.json letter.tif notice.png\n# makes: all.json\n", None))
+        whole = "zelk -o all.json letter.tif notice.png\n# makes: all.json\n"
+        self.run_example(Example(whole, None))
         for form in ("txt", "json"):
             for given in ("letter*", "n*.png", "n*.png letter*"):
-                commands = f"# letter.tif notice.png\nzelk -o all.{form} {given}\n# makes: all.{form}\n"
+                commands = (f"# letter.tif notice.png\nzelk -o all.{form} {given}\n"
+                            f"# makes: all.{form}\n")
                 with self.subTest(commands), self.assertRaises(AssertionError):
                     self.run_example(Example(commands, None))
 

@@ -54,8 +54,8 @@ class OneFile(ProgramTest):
 
     def test_failed_documents_are_missing_and_named(self):
         self.file("25.bmp", b"BM is not enough")
-        result = self.run_program("--max-failed-pages", "0", "-o", self.out, self.folder / "none.bmp",
-                                  *self.pages, faults="refuse@30")
+        result = self.run_program("--max-failed-pages", "0", "-o", self.out,
+                                  self.folder / "none.bmp", *self.pages, faults="refuse@30")
         self.assertIn(result.returncode, (2, 6))
         self.assert_complains(result, "none.bmp: No such file", "25.bmp: ", "30.bmp: ")
         expected = "".join(line(width) for width in WIDTHS if width not in (25, 30))
@@ -96,7 +96,8 @@ class OneFile(ProgramTest):
                 self.assertNotIn(".zelk-journal", self.names())
 
     def test_documents_that_failed_are_tried_again_and_join_the_others(self):
-        arguments = ["--max-failed-pages", "0", "--resume", "--verbose", "-o", self.out, *self.pages]
+        arguments = ["--max-failed-pages", "0", "--resume", "--verbose", "-o", self.out,
+                     *self.pages]
         self.assert_result(self.run_program(*arguments, faults="refuse@30"), 6)
         missing = self.whole.replace(line(30), "")
         self.assertEqual(self.out.read_text(encoding="utf-8"), missing)

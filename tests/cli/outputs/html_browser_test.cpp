@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/outputs/Records.h"
+#include "outputs/utf8_text.h"
 #include "pdfproducer/Tools.h"
 
 namespace {
@@ -25,12 +26,13 @@ class HtmlInBrowser : public Records {
   // The document once it has been loaded, at an address that ends in `fragment`. What a test looks
   // at is made before that, in the page's own script or in the one of insert: nothing waits for a
   // clock or for a frame to be drawn.
-  std::string shown(const std::string& fragment) {
+  std::string shown(const std::string& fragment) { return opened(page, fragment); }
+  std::string opened(const std::string& file, const std::string& fragment) {
     const Outcome outcome =
         run("(HOME='" + folder.path("") +
             "' timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-dev-shm-usage"
             " --user-data-dir='" +
-            folder.path("profile") + "' --dump-dom 'file://" + page + fragment + "' 2>/dev/null)");
+            folder.path("profile") + "' --dump-dom 'file://" + file + fragment + "' 2>/dev/null)");
     EXPECT_EQ(outcome.status, 0);
     return outcome.output;
   }
@@ -42,6 +44,19 @@ class HtmlInBrowser : public Records {
     html.insert(html.rfind("</body>"),
                 "<script>addEventListener('load', () => {" + script + "})</script>");
     write_file(page, html);
+  }
+
+  // The page on a screen of this size, which windows cannot be made as small as: `script` sees its
+  // window as `frame` and its document as `page`, and what it gives becomes the title.
+  std::string on_screen(int width, int height, const std::string& script) {
+    const std::string frame = folder.path("frame.html");
+    write_file(frame, "<iframe width=" + std::to_string(width) +
+                          " height=" + std::to_string(height) + " style='border: 0' srcdoc=\"" +
+                          cli::html_escaped(read_file(page)) +
+                          "\"></iframe><script>addEventListener('load', () => {"
+                          "const frame = frames[0], page = frame.document; document.title = (" +
+                          script + ")(); })</script>");
+    return opened(frame, "");
   }
 
   const std::string page = folder.path("page.html");
@@ -99,6 +114,45 @@ TEST_F(HtmlInBrowser, PointerShowsTextConfidenceAndBox) {
   EXPECT_TRUE(holds(dom, "<b>zebra</b><br><span>confidence 97 %, box 10, 20 – 70, 40</span>"))
       << dom;
   EXPECT_TRUE(holds(dom, "<b>z</b><br><span>confidence 88 %, box 10, 20 – 22, 40</span>"));
+}
+
+// Names and words as long as they come, and a search with many hits.
+const char* const kFill =
+    "() => {"
+    "page.querySelector('h1 bdi').textContent = 'a_name_without_any_blank'.repeat(5);"
+    "page.querySelector('.text').textContent = 'word'.repeat(100);"
+    "page.querySelector('.failures li').append('cause'.repeat(50));"
+    "page.getElementById('status').textContent = '1234 of 5678 on 987 pages';";
+
+TEST_F(HtmlInBrowser, PhoneIsReadWithoutScrollingSideways) {
+  for (const auto& [width, height] :
+       {std::pair(360, 640), std::pair(320, 480), std::pair(640, 360), std::pair(1280, 800)}) {
+    const std::string dom = on_screen(
+        width, height,
+        std::string(kFill) +
+            "const root = page.documentElement, edge = root.clientWidth;"
+            "const wide = [...page.querySelectorAll('header *, .picture, img, .text, h1, li')]"
+            ".filter((item) => item.getBoundingClientRect().right > edge + 1);"
+            "return `${root.scrollWidth <= frame.innerWidth && root.scrollWidth <= edge} "
+            "${wide.map((item) => item.id || item.tagName + item.className)}`; }");
+    EXPECT_TRUE(holds(dom, "<title>true </title>"))
+        << width << dom.substr(dom.find("<title>"), 100);
+  }
+}
+
+TEST_F(HtmlInBrowser, ToolsLeaveAPhoneItsScreen) {
+  for (const auto& [width, height] : {std::pair(360, 640), std::pair(640, 360)}) {
+    const std::string dom = on_screen(
+        width, height,
+        std::string(kFill) +
+            "frame.scrollTo(0, 900);"
+            "let covered = 0; while (covered < frame.innerHeight && "
+            "!page.elementFromPoint(frame.innerWidth / 2, covered)?.closest('main')) ++covered;"
+            "const query = page.getElementById('query').getBoundingClientRect();"
+            "return `${covered < frame.innerHeight / 4} ${query.top >= 0}"
+            " ${query.bottom <= covered} ${covered}`; }");
+    EXPECT_TRUE(holds(dom, "<title>true true true ")) << dom.substr(dom.find("<title>"), 100);
+  }
 }
 
 TEST_F(HtmlInBrowser, ArrowKeysGoThroughTheWords) {
