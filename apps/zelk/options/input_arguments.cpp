@@ -87,8 +87,10 @@ class Expansion {
 
   void take_file(const std::string& path, const std::string& relative) {
     const std::string plain = plain_path(path);
-    // A picture may well be several pages of an image list.
-    if (!_options.image_list && !is_new(path, relative, plain)) return;
+    // One output is made once. Where texts or pictures follow each other, they do as often as they
+    // are given.
+    const bool has_output = !_options.directory.empty() && !_options.image_list;
+    if (has_output && !is_new(path, relative, plain)) return;
     const std::string reason = unreadable_reason(path);
     if (!reason.empty()) complain(path, reason);
     found.inputs.push_back({path, relative, plain, reason.empty()});

@@ -19,7 +19,7 @@ struct FoundInput {
 };
 
 struct FoundInputs {
-  std::vector<FoundInput> inputs;  // each file once, unless all are one document
+  std::vector<FoundInput> inputs;  // with -d each file once
   std::vector<InputComplaint> unreadable;
   std::vector<std::string> lists;  // the files of the @lists
   std::string mistake;             // not empty: usage error

@@ -104,13 +104,16 @@ TEST_F(FindInputs, TwoInputsWithOneOutputAreAMistake) {
   EXPECT_EQ(find_inputs(options_of({"-", "stdin"})).mistake, "");
 }
 
-TEST_F(FindInputs, FileIsTakenOnceByWhateverPath) {
+TEST_F(FindInputs, FileHasOneOutputByWhateverPath) {
   make_file("in/a.png");
   make_file("in/b.png");
   ASSERT_EQ(symlink("in", "link"), 0);
   ASSERT_EQ(link("in/a.png", "in/same.png"), 0);
-  EXPECT_EQ(names(find_inputs(options_of({"in/a.png", "in/../in/a.png", "link/a.png", "link"}))),
+  const Names given = {"in/a.png", "in/../in/a.png", "link/a.png", "link"};
+  EXPECT_EQ(names(find_inputs(options_of(given, "out"))),
             (Names{"in/a.png", "link/b.png", "link/same.png"}));
+  EXPECT_EQ(names(find_inputs(options_of({"in/a.png", "in/b.png", "in/a.png"}))),
+            (Names{"in/a.png", "in/b.png", "in/a.png"}));
 }
 
 TEST_F(FindInputs, ListsNameFilesAndFoldersOfAnyBytes) {
