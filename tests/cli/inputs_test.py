@@ -131,7 +131,7 @@ class Outputs(ProgramTest):
         for form, name in (("text", "t.pdf"), ("pdf", "t.txt"), ("html", "t.json"),
                            ("json", "t.HTM")):
             with self.subTest(name):
-                self.assertIn(f"{name} is named like", self.refused(
+                self.assertIn(f"the extension of {name} says", self.refused(
                     1, "--format", form, "-o", name, "page.bmp"))
                 self.assertFalse((self.folder / name).exists())
         self.assertIn("--pdf", self.refused(1, "--pdf", "a.pdf", "-o", "b.pdf", "page.bmp"))

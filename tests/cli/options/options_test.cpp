@@ -122,7 +122,7 @@ TEST(CommandLineOptions, FormatFollowsTheExtensionOfTheOutput) {
   EXPECT_EQ(options_of({"-o", "x.pdf", "--format", "text,json", "a"}).formats,
             (std::vector{Format::kText, Format::kJson}));
   expect_mistake({"-o", "x.pdf", "--format", "text", "a"},
-                 "--output: x.pdf is named like pdf, but --format says text");
+                 "--output: the extension of x.pdf says pdf, but --format says text");
   expect_mistake({"-o", "x.pdf", "--pdf", "y.pdf", "a"}, "--pdf: has no place beside a PDF");
 }
 
@@ -162,6 +162,17 @@ TEST(CommandLineOptions, OutputsThatExcludeEachOther) {
   expect_mistake({"--pdf", "x.pdf", "--format", "pdf", "-o", "y", "a"}, "--format pdf");
   expect_mistake({"--pdf", "x.pdf", "-o", "x.pdf", "a"}, "--output");
   expect_mistake({"--progress", "xml", "a"}, "--progress");
+}
+
+TEST(CommandLineOptions, SlipsAreToldInWords) {
+  const auto told = [](const Words& words) {
+    return mistake(words).substr(0, mistake(words).find('\n'));
+  };
+  EXPECT_EQ(told({"--fromat", "a"}), "there is no option --fromat");
+  EXPECT_EQ(told({"-o", "x", "-o", "y", "a"}), "--output: is given more than once");
+  EXPECT_EQ(told({"a", "-o"}), "--output: its value is missing");
+  EXPECT_EQ(told({"-d", "", "a"}), "--directory: the name is empty");
+  EXPECT_EQ(told({}), "FILE is required");
 }
 
 TEST(CommandLineOptions, OutputsThatAreAskedFor) {
