@@ -49,8 +49,8 @@ class BashCompletion(unittest.TestCase):
         (self.folder / "archive").mkdir()
 
     def test_options(self):
-        self.assertEqual(self.complete("zelk", "--pa"), ["--page-break", "--page-timeout", "--pages",
-                                                          "--password"])
+        self.assertEqual(self.complete("zelk", "--pa"),
+                         ["--page-break", "--page-timeout", "--pages", "--password"])
         self.assertEqual(self.complete("zelk", "a.tiff", "--res"), ["--resume"])
 
     def test_values(self):
