@@ -51,6 +51,7 @@ struct PreparedPage {
   PageBitmap bitmap;      // 24 bits a pixel, upright, on white
   int dots_per_inch = 0;  // what the page's bitmap is to be taken for
   std::string warning;    // empty, or what was changed that the user should know of
+  std::string damage;     // empty, or which part of the page could not be shown
 };
 
 // The text that a PDF page holds already.

@@ -2,25 +2,22 @@
 #include "worker/picture_file.h"
 
 #include <FreeImage.h>
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "readers/netpbm_header.h"
+#include "worker/decoder_messages.h"
 #include "worker/gif_header.h"
+#include "worker/jpeg_messages.h"
+#include "worker/libtiff_page.h"
 #include "worker/picture_preparation.h"
 
 namespace cli {
 namespace {
 
 constexpr const char* kNotDecodable = "the content is not a picture that can be decoded";
-
-FIMULTIBITMAP* open_tiff(const std::string& path, int flags) {
-  constexpr BOOL kCreateNew = FALSE;
-  constexpr BOOL kReadOnly = TRUE;
-  constexpr BOOL kKeepCacheInMemory = TRUE;
-  return FreeImage_OpenMultiBitmap(FIF_TIFF, path.c_str(), kCreateNew, kReadOnly,
-                                   kKeepCacheInMemory, flags);
-}
 
 int exif_orientation(FIBITMAP* header) {
   FITAG* tag = nullptr;
@@ -50,77 +47,102 @@ PictureHeader gif_header(const std::string& path) {
   return result;
 }
 
-// A page of an open TIFF, given back at the end of the scope.
-class LockedPage {
- public:
-  LockedPage(FIMULTIBITMAP* tiff, int index)
-      : _tiff(tiff), _page(FreeImage_LockPage(tiff, index)) {}
-  ~LockedPage() {
-    if (_page != nullptr) FreeImage_UnlockPage(_tiff, _page, FALSE);
-  }
-  LockedPage(const LockedPage&) = delete;
-  LockedPage& operator=(const LockedPage&) = delete;
-  FIBITMAP* get() const { return _page; }
-
- private:
-  FIMULTIBITMAP* const _tiff;
-  FIBITMAP* const _page;
+// Their decoders ask for no more bytes than the pixels take.
+constexpr FREE_IMAGE_FORMAT kPlainFormats[] = {
+    FIF_BMP, FIF_PBM, FIF_PBMRAW, FIF_PGM, FIF_PGMRAW, FIF_PPM, FIF_PPMRAW,
 };
+
+bool is_plain(int format) {
+  return std::find(std::begin(kPlainFormats), std::end(kPlainFormats), format) !=
+         std::end(kPlainFormats);
+}
 
 }  // namespace
 
 PictureFile::PictureFile(const std::string& path, int format) : _path(path), _format(format) {
+  if (format == FIF_BMP) _bmp = read_bmp_header(path);
   if (format != FIF_TIFF) return;
-  _headers = open_tiff(path, FIF_LOAD_NOPIXELS);
-  _pictures = open_tiff(path, 0);
-  if (_headers != nullptr && _pictures != nullptr) {
-    _picture_count = FreeImage_GetPageCount(_pictures);
-    _tags = read_tiff_tags(path, _picture_count);
-    if (_picture_count > 0) return;
-  }
-  if (_headers != nullptr) FreeImage_CloseMultiBitmap(_headers, 0);
-  if (_pictures != nullptr) FreeImage_CloseMultiBitmap(_pictures, 0);
-  throw UnreadableDocument(kNotDecodable, false);
+  _tags = read_tiff_tags(path);
+  _picture_count = static_cast<int>(_tags.size());
+  if (_tags.empty()) throw UnreadableDocument(kNotDecodable, false);
 }
 
-PictureFile::~PictureFile() {
-  if (_headers != nullptr) FreeImage_CloseMultiBitmap(_headers, 0);
-  if (_pictures != nullptr) FreeImage_CloseMultiBitmap(_pictures, 0);
+PictureStream PictureFile::stream() const {
+  return PictureStream(_path, _bmp ? _bmp->start : ReplacedStart());
 }
 
-PictureHeader PictureFile::header(int index) {
-  if (_format == FIF_TIFF) return tiff_header(index);
+PictureStream PictureFile::stream(const TiffTags& tags) const {
+  return PictureStream(_path, start_at_directory(_path, tags.place));
+}
+
+PictureHeader PictureFile::header(int index) const {
+  const DamageWatch quiet;
+  if (_format == FIF_TIFF) return tiff_header(_tags.at(static_cast<std::size_t>(index)));
+  return plain_header();
+}
+
+PictureHeader PictureFile::plain_header() const {
   if (_format == FIF_GIF) return gif_header(_path);
   if (is_impossible_netpbm(_format, _path.c_str())) throw UnreadablePage(kNotDecodable);
-  const PageBitmap header(
-      FreeImage_Load(FREE_IMAGE_FORMAT(_format), _path.c_str(), FIF_LOAD_NOPIXELS));
+  const PageBitmap header = stream().load(_format, FIF_LOAD_NOPIXELS);
   if (header == nullptr) throw UnreadablePage(kNotDecodable);
-  return read_header(header.get());
-}
-
-PictureHeader PictureFile::tiff_header(int index) {
-  const LockedPage page(_headers, index);
-  if (page.get() == nullptr) throw UnreadablePage(kNotDecodable);
-  PictureHeader result = read_header(page.get());
-  // Where a page has no resolution FreeImage gives 300 dots per inch, and of its orientation
-  // nothing.
-  const auto place = static_cast<std::size_t>(index);
-  const TiffTags tags = place < _tags.size() ? _tags[place] : TiffTags();
-  if (!tags.has_resolution) result.dots_per_meter = 0;
-  result.orientation = orientation_left_to_apply(tags);
-  result.white_is_zero = tags.photometric == TiffTags::kWhiteIsZero;
+  PictureHeader result = read_header(header.get());
+  result.is_opaque = _bmp && _bmp->masks && _bmp->masks->back() == 0;
   return result;
 }
 
-PageBitmap PictureFile::decode(int index, const PictureHeader& header) {
-  if (_format == FIF_TIFF) {
-    const LockedPage page(_pictures, index);
-    if (page.get() == nullptr) throw UnreadablePage(kNotDecodable);
-    return prepared_picture(page.get(), header);
+PictureHeader PictureFile::tiff_header(const TiffTags& tags) const {
+  PictureHeader result;
+  if (const PageBitmap page = stream(tags).load(FIF_TIFF, FIF_LOAD_NOPIXELS)) {
+    result = read_header(page.get());
+  } else if (const auto header = libtiff_header(_path, tags.place)) {
+    result = *header;
+  } else {
+    throw UnreadablePage(kNotDecodable);
   }
-  const PageBitmap bitmap(FreeImage_Load(FREE_IMAGE_FORMAT(_format), _path.c_str(), 0));
+  // Where a page has no resolution FreeImage gives 300 dots per inch, and of its orientation
+  // nothing. Where it does not say how many samples a pixel has FreeImage takes its neighbour for
+  // the alpha of a grey one.
+  if (!tags.has_resolution) result.dots_per_meter = 0;
+  result.orientation = orientation_left_to_apply(tags);
+  result.white_is_zero = tags.photometric == TiffTags::kWhiteIsZero;
+  result.is_opaque = tags.samples == 1;
+  return result;
+}
+
+PageBitmap PictureFile::decode(int index, const PictureHeader& header, std::string& damage) const {
+  const DamageWatch watch;
+  PageBitmap bitmap = _format == FIF_TIFF
+                          ? decode_tiff(_tags.at(static_cast<std::size_t>(index)), header)
+                          : decode_plain(header, damage);
+  if (_format == FIF_JPEG && watch.heard_any() && watch.damage().empty()) {
+    repeat_jpeg_messages(_path);
+  }
+  if (!watch.damage().empty()) {
+    damage = fmt::format("part of the picture is missing or damaged ({})", watch.damage());
+  }
+  return bitmap;
+}
+
+PageBitmap PictureFile::decode_plain(const PictureHeader& header, std::string& damage) const {
+  PictureStream file = stream();
+  const PageBitmap bitmap = file.load(_format, 0);
   if (bitmap == nullptr) throw UnreadablePage(kNotDecodable);
+  if (is_plain(_format) && file.ended_early()) {
+    damage = "part of the picture is missing (the file ends too early)";
+  }
+  if (_bmp && _bmp->masks) arrange_samples(bitmap.get(), *_bmp->masks);
   return prepared_picture(bitmap.get(), header);
+}
+
+PageBitmap PictureFile::decode_tiff(const TiffTags& tags, PictureHeader header) const {
+  PageBitmap page = stream(tags).load(FIF_TIFF, 0);
+  if (page == nullptr) {
+    page = libtiff_bitmap(_path, tags.place);
+    header.orientation = tags.orientation;  // libtiff is told not to mirror
+  }
+  if (page == nullptr) throw UnreadablePage(kNotDecodable);
+  return prepared_picture(page.get(), header);
 }
 
 }  // namespace cli

@@ -13,6 +13,7 @@ struct PictureHeader {
   unsigned dots_per_meter = 0;
   int orientation = 1;         // of the decoded bitmap, as in EXIF: 1 is upright, up to 8
   bool white_is_zero = false;  // in samples that have no palette to say so
+  bool is_opaque = false;      // whatever FreeImage takes for transparency is none
 };
 
 }  // namespace cli

@@ -59,8 +59,9 @@ bool has_opaque_pixel(FIBITMAP* picture) {
   return false;
 }
 
-PageBitmap as_24_bits(FIBITMAP* picture) {
-  if (!FreeImage_IsTransparent(picture)) return made(FreeImage_ConvertTo24Bits(picture));
+PageBitmap as_24_bits(FIBITMAP* picture, bool is_opaque) {
+  if (is_opaque || !FreeImage_IsTransparent(picture))
+    return made(FreeImage_ConvertTo24Bits(picture));
   const PageBitmap with_alpha = made(FreeImage_ConvertTo32Bits(picture));
   // Many programs leave the fourth byte of a BMP file's pixels at 0.
   if (!has_opaque_pixel(with_alpha.get())) return made(FreeImage_ConvertTo24Bits(picture));
@@ -89,7 +90,7 @@ PageBitmap upright(PageBitmap bitmap, int orientation) {
 
 PageBitmap prepared_picture(FIBITMAP* decoded, const PictureHeader& header) {
   PageBitmap small = with_small_samples(decoded, header);
-  PageBitmap page = as_24_bits(small != nullptr ? small.get() : decoded);
+  PageBitmap page = as_24_bits(small != nullptr ? small.get() : decoded, header.is_opaque);
   small.reset();
   return upright(std::move(page), header.orientation);
 }

@@ -38,7 +38,7 @@ PreparedPage PictureSource::prepare(int index) {
                                      header.width, header.height, _settings.max_pixels));
   }
   PreparedPage page;
-  page.bitmap = _file.decode(index, header);
+  page.bitmap = _file.decode(index, header, page.damage);
   page.dots_per_inch = resolution(header);
   return page;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <fstream>
+#include <unordered_set>
 
 namespace cli {
 namespace {
@@ -27,10 +28,15 @@ class TiffFile {
   }
   std::uint64_t offset() { return number(_big ? 8 : 4); }
   std::uint64_t count() { return number(_big ? 8 : 2); }
-  std::streamoff value_bytes() const { return _big ? 8 : 4; }
+  // A whole number of 16 or 32 bits, in the place that a field has for its value.
+  std::uint64_t value(bool is_short) {
+    const int size = is_short ? 2 : 4;
+    const std::uint64_t value = number(size);
+    number((_big ? 8 : 4) - size);
+    return value;
+  }
 
   void seek(std::uint64_t place) { _stream.seekg(static_cast<std::streamoff>(place)); }
-  std::uint64_t place() { return static_cast<std::uint64_t>(std::streamoff(_stream.tellg())); }
   bool good() const { return _stream.good(); }
 
  private:
@@ -39,41 +45,73 @@ class TiffFile {
   bool _big = false;
 };
 
-void read_field(TiffFile& file, TiffTags& tags) {
-  constexpr int kPhotometric = 262;
-  constexpr int kOrientation = 274;
-  constexpr int kXResolution = 282;
-  constexpr int kYResolution = 283;
+enum Tag {
+  kImageWidth = 256,
+  kImageLength = 257,
+  kPhotometric = 262,
+  kOrientation = 274,
+  kSamplesPerPixel = 277,
+  kXResolution = 282,
+  kYResolution = 283,
+};
+
+// A directory, of which only those with both sides of a picture are pages.
+struct Directory {
+  TiffTags tags;
+  bool has_width = false;
+  bool has_height = false;
+};
+
+void read_field(TiffFile& file, Directory& directory) {
+  constexpr std::uint64_t kShort = 3;
   const auto tag = static_cast<int>(file.number(2));
-  file.number(2);  // type: the numbers wanted here are 16 bits wide in every file
-  file.offset();   // how many values
-  const std::uint64_t value_place = file.place();
-  const auto value = static_cast<int>(file.number(2));
+  const bool is_short = file.number(2) == kShort;
+  file.offset();  // how many values
+  const auto value = static_cast<int>(file.value(is_short));
   if (!file.good()) return;
+  if (tag == kImageWidth) directory.has_width = true;
+  if (tag == kImageLength) directory.has_height = true;
+  TiffTags& tags = directory.tags;
   if (tag == kPhotometric) tags.photometric = value;
+  if (tag == kSamplesPerPixel) tags.samples = value;
   if (tag == kOrientation) tags.orientation = value;
   if (tag == kXResolution || tag == kYResolution) tags.has_resolution = true;
-  file.seek(value_place + static_cast<std::uint64_t>(file.value_bytes()));
 }
 
 }  // namespace
 
-std::vector<TiffTags> read_tiff_tags(const std::string& path, int page_count) {
+std::vector<TiffTags> read_tiff_tags(const std::string& path) {
   constexpr std::uint64_t kMostFields = 4096;
   std::vector<TiffTags> pages;
+  std::unordered_set<std::uint64_t> seen;
   TiffFile file(path);
-  for (std::uint64_t directory = file.offset();
-       directory != 0 && pages.size() < static_cast<std::size_t>(page_count);
-       directory = file.offset()) {
-    file.seek(directory);
+  for (std::uint64_t place = file.offset(); place != 0 && file.good() && seen.insert(place).second;
+       place = file.offset()) {
+    file.seek(place);
     const std::uint64_t fields = file.count();
-    if (!file.good() || fields > kMostFields) break;
-    TiffTags tags;
-    for (std::uint64_t field = 0; field < fields && file.good(); ++field) read_field(file, tags);
-    pages.push_back(tags);
-    if (!file.good()) break;
+    if (fields > kMostFields) break;
+    Directory directory;
+    directory.tags.place = place;
+    for (std::uint64_t i = 0; i < fields && file.good(); ++i) read_field(file, directory);
+    if (!directory.has_width || !directory.has_height) break;
+    pages.push_back(directory.tags);
   }
   return pages;
+}
+
+ReplacedStart start_at_directory(const std::string& path, std::uint64_t place) {
+  std::string header(16, '\0');
+  std::ifstream file(path, std::ios::binary);
+  file.read(header.data(), static_cast<std::streamsize>(header.size()));
+  const bool is_little_endian = header[0] == 'I';
+  const bool is_big_tiff = header[is_little_endian ? 2 : 3] == 43;
+  const std::size_t size = is_big_tiff ? 8 : 4;
+  if (file.gcount() < static_cast<std::streamsize>(2 * size)) return {};
+  for (std::size_t i = 0; i < size; ++i) {
+    header[size + (is_little_endian ? i : size - 1 - i)] = static_cast<char>(place >> 8 * i & 0xFF);
+  }
+  header.resize(2 * size);
+  return {header, header.size()};
 }
 
 int orientation_left_to_apply(const TiffTags& tags) {

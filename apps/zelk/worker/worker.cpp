@@ -17,7 +17,7 @@
 
 #include "exchange/files.h"
 #include "process/page_raster.h"
-#include "worker/decoder_noise.h"
+#include "worker/decoder_messages.h"
 #include "worker/document_pages.h"
 #include "worker/order_pipe.h"
 #include "worker/page_recognizer.h"

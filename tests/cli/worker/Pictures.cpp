@@ -54,15 +54,23 @@ std::string page_bytes(const TiffPage& page, const TiffBytes& tiff, std::size_t 
   add(258, kShort, page.samples, page.samples == 1 ? page.bits : bits_place);
   add(259, kShort, 1, 1);
   add(262, kShort, 1, page.photometric);
-  add(273, kLong, 1, static_cast<std::uint32_t>(start + 4));
+  const auto pixels_place = static_cast<std::uint32_t>(start + 4);
+  const auto pixels_size = static_cast<std::uint32_t>(page.pixels.size());
+  if (page.tile == 0) add(273, kLong, 1, pixels_place);
   if (page.orientation != 0) add(274, kShort, 1, page.orientation);
-  add(277, kShort, 1, page.samples);
-  add(278, kLong, 1, page.height);
-  add(279, kLong, 1, static_cast<std::uint32_t>(page.pixels.size()));
+  if (page.names_samples) add(277, kShort, 1, page.samples);
+  if (page.tile == 0) add(278, kLong, 1, page.height);
+  if (page.tile == 0) add(279, kLong, 1, pixels_size);
   if (page.dots_per_inch != 0) {
     add(282, kRational, 1, resolution_place);
     add(283, kRational, 1, resolution_place);
     add(296, kShort, 1, 2);
+  }
+  if (page.tile != 0) {
+    add(322, kLong, 1, page.tile);
+    add(323, kLong, 1, page.tile);
+    add(324, kLong, 1, pixels_place);
+    add(325, kLong, 1, pixels_size);
   }
   if (page.alpha) add(338, kShort, 1, 2);
   if (page.format != 1 && page.samples == 1) add(339, kShort, 1, page.format);

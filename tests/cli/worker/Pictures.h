@@ -20,6 +20,8 @@ struct TiffPage {
   unsigned orientation = 0;    // 0 leaves the tag out
   unsigned dots_per_inch = 0;  // 0 leaves the tags out
   bool alpha = false;          // the last sample is alpha
+  bool names_samples = true;   // false leaves the tag for the samples of a pixel out
+  unsigned tile = 0;           // side of the one square tile that the page is; 0: a strip
   std::string pixels;
 };
 

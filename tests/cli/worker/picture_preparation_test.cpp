@@ -233,4 +233,36 @@ TEST(PicturePreparation, FourthByteThatIsZeroEverywhereIsNoTransparency) {
   EXPECT_EQ(prepared_colours(folder.path("a.bmp")), Rows({{{10, 20, 30}}}));
 }
 
+TEST(PicturePreparation, GreyThatDoesNotTellItsSamplesIsOpaque) {
+  TiffPage page = grey_page<unsigned char>({0, 200, 0, 255, 30});
+  page.names_samples = false;
+  EXPECT_EQ(first_row(page), grey_row({0, 200, 0, 255, 30}));
+}
+
+TEST(PicturePreparation, TilesOfSmallSamplesAreDecoded) {
+  TiffPage page = grey_page<unsigned char>({});
+  page.width = 5;
+  page.tile = 64;
+  page.bits = 4;
+  page.pixels = "\x0F\x5A\x30" + std::string(2045, '\0');
+  EXPECT_EQ(first_row(page), grey_row({0, 255, 85, 170, 51}));
+  page.bits = 2;
+  page.pixels = "\x1B\x80" + std::string(1022, '\0');
+  EXPECT_EQ(first_row(page), grey_row({0, 85, 170, 255, 170}));
+  page.photometric = 0;
+  EXPECT_EQ(first_row(page), grey_row({255, 170, 85, 0, 85}));
+}
+
+TEST(PicturePreparation, SmallSamplesAreTurned) {
+  TiffPage page = grey_page<unsigned char>({});
+  page.width = 4;
+  page.bits = 2;
+  page.pixels = "\x1B";
+  EXPECT_EQ(first_row(page), grey_row({0, 85, 170, 255}));
+  page.orientation = 2;
+  EXPECT_EQ(first_row(page), grey_row({255, 170, 85, 0}));
+  page.orientation = 6;
+  EXPECT_EQ(first_row(page), grey_row({0}));
+}
+
 }  // namespace
