@@ -10,7 +10,7 @@ namespace cli {
 
 // CBOR carries the messages: unlike JSON text it holds file names of any bytes.
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, dpi, max_pixels,
-                                   password, skip_text, pictures, sandbox, readable)
+                                   password, skip_text, strict, pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure)
@@ -22,8 +22,8 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened::Page, width, height)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened, pages, digest, decrypted)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageStarted, number)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_unreadable, has_own_text,
-                                   has_picture, warning, seconds, memory_kib)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_unreadable, is_damaged,
+                                   has_own_text, has_picture, warning, seconds, memory_kib)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(JobFailed, reason)
 
 namespace {

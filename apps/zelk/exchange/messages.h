@@ -27,6 +27,7 @@ struct StartOrder {
   std::int64_t max_pixels = 0;
   std::string password;
   bool skip_text = false;
+  bool strict = false;    // a page with lost parts has failed
   bool pictures = false;  // records hold the page's JPEG
   bool sandbox = false;
   std::vector<std::string> readable;  // what a worker in its sandbox may read
@@ -97,6 +98,7 @@ struct PageFinished {
   int number = 0;
   std::string failure;         // as in the record
   bool is_unreadable = false;  // as in the record: another attempt would fail in the same way
+  bool is_damaged = false;     // failed for its lost parts: so would another attempt
   bool has_own_text = false;   // as in the record
   bool has_picture = false;    // the record holds a JPEG
   std::string warning;

@@ -146,6 +146,9 @@ void add_recognition_options(CLI::App& app, Options& options) {
   app.add_flag("--skip-text", options.skip_text,
                "PDF pages that have text keep it and are not recognised")
       ->group("Recognition");
+  app.add_flag("--strict", options.strict,
+               "Pages of which a part is missing or damaged have failed, instead of a warning")
+      ->group("Recognition");
   app.add_option("--engine", options.engine_dir,
                  "Directory of libQVEngine.so (default: zelk/engine beside the library)")
       ->type_name("DIR")

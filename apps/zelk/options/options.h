@@ -43,6 +43,7 @@ struct Options {
   std::int64_t max_pixels = 120'000'000;
   std::string password;
   bool skip_text = false;  // pages of PDFs that have text keep it
+  bool strict = false;     // pages with lost parts have failed
   // inputs
   std::vector<std::string> inputs;  // as given: files, folders, @lists, "-"
   bool recursive = false;

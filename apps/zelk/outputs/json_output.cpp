@@ -13,9 +13,11 @@
 namespace cli {
 namespace {
 
-struct FailedPage {
-  int page;
-  std::string cause;
+// What is told of pages beside their entries.
+struct Remarks {
+  std::vector<int> numbers;
+  Json failed = Json::array();
+  Json warnings = Json::array();
 };
 
 // The page's entry; null with a cause when there is none.
@@ -35,15 +37,13 @@ std::string opening(const OutputOrder& order) {
 }
 
 // Members that only some documents have come last, when all pages are known.
-std::string closing(const OutputOrder& order, const std::vector<int>& numbers,
-                    const std::vector<FailedPage>& failed) {
+std::string closing(const OutputOrder& order, const Remarks& remarks) {
   std::vector<int> all(static_cast<std::size_t>(std::max(order.page_count, 0)));
   std::iota(all.begin(), all.end(), 1);
   std::string text = "]";
-  if (numbers != all) text += ",\"page_numbers\":" + to_json_text(numbers);
-  Json list = Json::array();
-  for (const auto& [page, cause] : failed) list.push_back({{"page", page}, {"cause", cause}});
-  if (!list.empty()) text += ",\"failed_pages\":" + to_json_text(list);
+  if (remarks.numbers != all) text += ",\"page_numbers\":" + to_json_text(remarks.numbers);
+  if (!remarks.failed.empty()) text += ",\"failed_pages\":" + to_json_text(remarks.failed);
+  if (!remarks.warnings.empty()) text += ",\"warnings\":" + to_json_text(remarks.warnings);
   return text + "}\n";
 }
 
@@ -53,17 +53,19 @@ std::string closing(const OutputOrder& order, const std::vector<int>& numbers,
 void write_json(const OutputOrder& order, const std::string& path, const Progress& progress) {
   OutputFile file(path);
   file.write(opening(order));
-  std::vector<int> numbers;
-  std::vector<FailedPage> failed;
+  Remarks remarks;
   for_each_page(order, [&](const PageRecord& record) {
-    if (!numbers.empty()) file.write(",");
-    numbers.push_back(record.page);
+    if (!remarks.numbers.empty()) file.write(",");
+    remarks.numbers.push_back(record.page);
     std::string cause;
     file.write(page_entry(record, cause));
-    if (!cause.empty()) failed.push_back({record.page, cause});
+    if (!cause.empty()) remarks.failed.push_back({{"page", record.page}, {"cause", cause}});
+    if (!record.warning.empty()) {
+      remarks.warnings.push_back({{"page", record.page}, {"warning", record.warning}});
+    }
     if (progress) progress();
   });
-  file.write(closing(order, numbers, failed));
+  file.write(closing(order, remarks));
   file.finish();
 }
 

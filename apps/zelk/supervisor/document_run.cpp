@@ -252,7 +252,8 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
                               const std::string& scratch) {
   if (!holds(job, event.number)) return;  // not a page of this job
   const bool is_final =
-      event.failure.empty() || event.is_unreadable || job.kind == Job::Kind::kPicture ||
+      event.failure.empty() || event.is_unreadable || event.is_damaged ||
+      job.kind == Job::Kind::kPicture ||
       (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
   if (!is_final) {
     handle_fault(job, event.number, event.failure);

@@ -126,6 +126,7 @@ WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_data) con
   setting.start.max_pixels = _options.max_pixels;
   setting.start.password = _options.password;
   setting.start.skip_text = _options.skip_text;
+  setting.start.strict = _options.strict;
   setting.start.pictures = any_pictures(_inputs);
   setting.run_folder = _folder.path();
   setting.jobs = _options.jobs > 0 ? _options.jobs : cores_available();
@@ -137,9 +138,9 @@ WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_data) con
 
 // What the results of a page depend on beside the document and the engine.
 std::string settings_text(const Options& options, bool pictures) {
-  return fmt::format("dpi {} max-pixels {} skip-text {} pictures {} page-break {}",
-                     options.dpi.value_or(0), options.max_pixels, options.skip_text, pictures,
-                     options.page_break);
+  return fmt::format("dpi {} max-pixels {} skip-text {} strict {} pictures {} page-break {}",
+                     options.dpi.value_or(0), options.max_pixels, options.skip_text, options.strict,
+                     pictures, options.page_break);
 }
 
 std::optional<std::string> Supervisor::attach(DocumentRun& document, const std::string& digests) {

@@ -120,6 +120,7 @@ class Worker {
   void make_page(const PagesOrder& order, const PagesOrder::Page& page);
   // Decoding, recognition and encoding.
   void fill_record(const PagesOrder& order, int index, PageRecord& record);
+  void note_damage(const PreparedPage& page, PageRecord& record);
   void recognize(int index, const PreparedPage& page, PageRecord& record);
   std::string memory_failure() const {
     return fmt::format("more memory is needed than --memory-limit {} allows",
@@ -131,6 +132,7 @@ class Worker {
   PageRecognizer _recognizer;
   std::unique_ptr<DocumentPages> _document;  // stays open from one window to the next
   std::string _input;                        // its file
+  bool _is_page_damaged = false;             // the page at work has failed for its lost parts
 };
 
 void Worker::start(const StartOrder& order) {
@@ -182,12 +184,14 @@ void Worker::make_page(const PagesOrder& order, const PagesOrder::Page& page) {
   const auto start = std::chrono::steady_clock::now();
   PageRecord record;
   record.page = page.number;
+  _is_page_damaged = false;
   fill_record(order, page.index, record);
   record.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   record.memory_kib = peak_memory_kib();
   write_page_record(page_record_name(page.number), record);
-  _pipe.send(PageFinished{page.number, record.failure, record.is_unreadable, record.has_own_text,
-                          !record.jpeg.empty(), record.warning, record.seconds, record.memory_kib});
+  _pipe.send(PageFinished{page.number, record.failure, record.is_unreadable, _is_page_damaged,
+                          record.has_own_text, !record.jpeg.empty(), record.warning, record.seconds,
+                          record.memory_kib});
 }
 
 void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record) {
@@ -197,10 +201,10 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
     record.page_width = size.width;
     record.page_height = size.height;
     const PreparedPage page = pages.prepare(index);
-    record.warning = page.warning;
+    note_damage(page, record);
     record.dots_per_inch = page.dots_per_inch;
     ofd::stamp_resolution(page.bitmap.get(), page.dots_per_inch);
-    if (order.failure.empty()) recognize(index, page, record);
+    if (order.failure.empty() && record.failure.empty()) recognize(index, page, record);
     if (_settings.pictures) add_picture(page.bitmap.get(), record);
     if (!order.failure.empty()) record.failure = order.failure;
   } catch (const UnreadablePage& error) {
@@ -208,6 +212,17 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
     record.is_unreadable = true;
   } catch (const std::bad_alloc&) {
     record.failure = memory_failure();
+  }
+}
+
+void Worker::note_damage(const PreparedPage& page, PageRecord& record) {
+  record.warning = page.warning;
+  if (page.damage.empty()) return;
+  if (_settings.strict) {
+    record.failure = page.damage;
+    _is_page_damaged = true;
+  } else {
+    record.warning += (record.warning.empty() ? "" : "; ") + page.damage;
   }
 }
 

@@ -66,6 +66,7 @@ TEST(CommandLineOptions, AllAreTaken) {
                                       "--dpi",
                                       "300",
                                       "--skip-text",
+                                      "--strict",
                                       "--engine",
                                       "e",
                                       "-j",
@@ -81,7 +82,7 @@ TEST(CommandLineOptions, AllAreTaken) {
                                       "-v",
                                       "in"});
   EXPECT_TRUE(options.recursive && options.image_list && options.skip_existing && options.resume &&
-              options.skip_text && options.verbose);
+              options.skip_text && options.strict && options.verbose);
   EXPECT_EQ(cli::choose_pages(options.pages, 10), (std::vector<int>{2, 3, 9, 10}));
   EXPECT_EQ(options.password, "secret");
   EXPECT_EQ(options.formats, (std::vector{Format::kText, Format::kJson}));

@@ -57,6 +57,17 @@ TEST_F(JsonOutput, WhatIsNotJsonIsNullWithACause) {
   EXPECT_EQ(json["failed_pages"][6]["cause"], "what the engine gave is not JSON");
 }
 
+TEST_F(JsonOutput, WarningsAreToldWithTheirPages) {
+  add(recognised("a"));
+  cli::PageRecord lowered = recognised("b");
+  lowered.warning = "a part is \xFF missing";
+  add(lowered);
+  const Json json = Json::parse(line());
+  EXPECT_EQ(json["warnings"],
+            Json::parse(R"([{"page": 2, "warning": "a part is \uFFFD missing"}])"));
+  EXPECT_FALSE(json.contains("failed_pages"));
+}
+
 TEST_F(JsonOutput, ChosenPagesAreTold) {
   cli::PageRecord third = recognised("c", "3");
   third.page = 3;
