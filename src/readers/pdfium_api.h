@@ -11,6 +11,7 @@ typedef struct fpdf_document_t__* FPDF_DOCUMENT;
 typedef struct fpdf_page_t__* FPDF_PAGE;
 typedef struct fpdf_textpage_t__* FPDF_TEXTPAGE;
 typedef struct fpdf_bitmap_t__* FPDF_BITMAP;
+typedef struct fpdf_pageobject_t__* FPDF_PAGEOBJECT;
 
 // Rendering as for printing; neither annotations nor grey scale.
 constexpr int FPDF_PRINTING = 0x800;
@@ -51,6 +52,25 @@ struct FS_RECTF {
   float bottom;
 };
 int FPDFText_GetLooseCharBox(FPDF_TEXTPAGE text_page, int index, FS_RECTF* box);
+
+// What is drawn on a page, owned by it; forms hold objects of their own.
+constexpr int FPDF_PAGEOBJ_IMAGE = 3;
+constexpr int FPDF_PAGEOBJ_FORM = 5;
+int FPDFPage_CountObjects(FPDF_PAGE page);  // negative on failure
+FPDF_PAGEOBJECT FPDFPage_GetObject(FPDF_PAGE page, int index);
+int FPDFPageObj_GetType(FPDF_PAGEOBJECT object);
+int FPDFPageObj_GetBounds(FPDF_PAGEOBJECT object, float* left, float* bottom, float* right,
+                          float* top);
+int FPDFFormObj_CountObjects(FPDF_PAGEOBJECT form);  // negative on failure
+FPDF_PAGEOBJECT FPDFFormObj_GetObject(FPDF_PAGEOBJECT form, unsigned long index);
+
+// Pictures: decoded, in a bitmap of the caller's; as stored; the names of the stream's filters, in
+// the order in which they are taken off. Texts and data are copied only when they fit into `size`.
+FPDF_BITMAP FPDFImageObj_GetBitmap(FPDF_PAGEOBJECT image);
+unsigned long FPDFImageObj_GetImageDataRaw(FPDF_PAGEOBJECT image, void* buffer, unsigned long size);
+int FPDFImageObj_GetImageFilterCount(FPDF_PAGEOBJECT image);
+unsigned long FPDFImageObj_GetImageFilter(FPDF_PAGEOBJECT image, int index, void* buffer,
+                                          unsigned long size);
 
 // Four bytes a pixel (blue, green, red, alpha), the top row first.
 FPDF_BITMAP FPDFBitmap_Create(int width, int height, int alpha);

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "worker/pdf_source.h"
 
+#include <FreeImage.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 
+#include "readers/pdf_page_pictures.h"
 #include "readers/pdf_page_size.h"
 #include "readers/pdf_page_text.h"
 #include "readers/pdfiumreader.h"
@@ -37,6 +40,21 @@ int fitting_resolution(const DocumentPages::Size& size, int wanted, std::int64_t
     (fits(size, middle, max_pixels) ? fitting : too_large) = middle;
   }
   return fitting;
+}
+
+bool is_white(FIBITMAP* page) {
+  const unsigned bytes = FreeImage_GetLine(page);
+  for (unsigned y = 0; y < FreeImage_GetHeight(page); ++y) {
+    const BYTE* const row = FreeImage_GetScanLine(page, static_cast<int>(y));
+    if (std::any_of(row, row + bytes, [](BYTE sample) { return sample != 255; })) return false;
+  }
+  return true;
+}
+
+std::string damage_of(const PdfPictureLosses& losses) {
+  if (losses.has_unreadable) return "the page holds pictures that cannot be shown";
+  if (losses.has_cut) return "part of a picture on the page is missing (its data has no end)";
+  return "";
 }
 
 }  // namespace
@@ -91,6 +109,8 @@ PreparedPage PdfSource::prepare(int index) {
                                            size.width, size.height, page.dots_per_inch)
                              : "the page is damaged or has no area");
   }
+  page.damage =
+      damage_of(pdf_picture_losses(_reader->_pdf_doc, index, is_white(page.bitmap.get())));
   if (page.dots_per_inch < wanted) {
     page.warning = fmt::format(
         "rendered at {} instead of {} dots per inch to stay within "
