@@ -48,6 +48,10 @@ PROGRAMS = (
     Figure('compare/loop', 'files of one page, all cores; ratio: loop by zelk', 's', at_least(1.9),
            'shell loop over `tesseract`, one thread', 1),
 )
+TIFF_PAGES = (
+    Figure('tiff_pages/time', 'a TIFF of 2,000 tiny pages, without recognition, processor time',
+           's', at_most(4.5), 'one of 500 pages'),
+)
 SANDBOX = (
     Figure('sandbox/wall', 'wall time of a document, one worker', 's', at_most(1.02),
            'the same with `--no-sandbox`'),

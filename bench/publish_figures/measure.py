@@ -120,6 +120,11 @@ def sandbox(b):
     yield parse.sandbox(b.script('sandbox_cost', '--pairs', b.plan.sandbox_pairs, pdf))
 
 
+def tiff_pages(b):
+    for _ in range(b.plan.runs):
+        yield parse.tiff_pages(b.script('tiff_pages', '--runs', '1'))
+
+
 def throughput(b):
     """Pages a minute by worker processes, one more than there are cores at last."""
     pdf = b.documents.long(b.plan.throughput_pages)
@@ -169,7 +174,7 @@ def read_back(b, folder):
 
 
 ALONE = (compare_start, bench, openmp, sandbox, searchable_pdf_speed, whole_document,
-         compare_document, compare_files, throughput, compare_memory)
+         compare_document, compare_files, throughput, tiff_pages, compare_memory)
 TOGETHER = (document_memory, round_trip, accuracy, full_pages, hostile, producer_memory)
 NAMES = [measurement.__name__ for measurement in ALONE + TOGETHER]
 

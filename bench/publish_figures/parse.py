@@ -54,6 +54,12 @@ def whole_document(text):
     return compared('whole/time', *map(float, match.groups()))
 
 
+def tiff_pages(text):
+    match = found(r'pages ([\d.]+) s, \d+ pages ([\d.]+) s, ratio ([\d.]+)', text)
+    short, long, ratio = map(float, match.groups())
+    return compared('tiff_pages/time', long, short, ratio)
+
+
 def document_memory(text):
     """{figure: KiB} for each length."""
     found('peak without result texts', text)

@@ -15,6 +15,8 @@ def command_line(page):
                         ('compare_memory', catalogue.START[2:]))
     page.compared_table(('compare_document', catalogue.PROGRAMS[:2]),
                         ('compare_files', catalogue.PROGRAMS[2:]))
+    page.text('`bench/tiff_pages`, whether the time for a page grows with its number:')
+    page.compared_table(('tiff_pages', catalogue.TIFF_PAGES))
     throughput(page)
 
 

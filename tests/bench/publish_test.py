@@ -80,6 +80,11 @@ class Output(unittest.TestCase):
         self.assertEqual(run, {**parse.compared('compare/tesseract', 18, 20, 0.902),
                                **parse.compared('compare/ocrmypdf', 18, 24, 1.33)})
 
+    def test_of_the_pages_of_a_tiff(self):
+        self.assertEqual(parse.tiff_pages('500 pages 0.22 s, 2000 pages 0.89 s, ratio 4.05\n'),
+                         {'tiff_pages/time:ours': 0.89, 'tiff_pages/time:reference': 0.22,
+                          'tiff_pages/time:ratio': 4.05})
+
     def test_of_the_searchable_pdf_and_of_the_sandbox(self):
         self.assertEqual(parse.speed(
             '100 pages, processor time a page: searchable PDF 21.20 ms, rendering, copies and JPEG '
