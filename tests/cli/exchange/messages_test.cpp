@@ -42,8 +42,8 @@ TEST(Messages, PagesAndOutputsArriveInOrder) {
 }
 
 TEST(Messages, EventsKeepTheirFields) {
-  const auto event = cli::decode_event(
-      cli::encode_event(cli::PageFinished{12, "no", true, false, true, "careful", 1.5, 300'000}));
+  const auto event = cli::decode_event(cli::encode_event(
+      cli::PageFinished{12, "no", true, true, false, true, "careful", 1.5, 300'000}));
   ASSERT_TRUE(event.has_value());
   const auto& page = std::get<cli::PageFinished>(*event);
   EXPECT_EQ(page.number, 12);
