@@ -51,7 +51,9 @@ EXPECTED = {
     "truncated-40percent.tif": ("", ["2480x1417"]),
     "truncated-70percent.pdf": ("the PDF is damaged", []),
     "truncated-half.png": (NO_PICTURE, []),
-    "truncated-third.jpg": ("", ["2480x3508"]),
+    "truncated-third.jpg": (
+        "page 1: warning: part of the picture is missing or damaged (Premature end of JPEG file)",
+        ["2480x3508"]),
     "user-password-aes256.pdf": (CLOSED, []),
     "zero-pages.pdf": ("the PDF has no pages", []),
 }

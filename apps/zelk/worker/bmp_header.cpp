@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kFileHeader = 14;
 constexpr std::size_t kPlainHeader = kFileHeader + 40;  // what FreeImage reads
 constexpr std::size_t kMasks = 16;
-constexpr std::size_t kColours = 256 * 4;
+constexpr std::size_t kColours = 1024;  // bytes of the largest palette
 
 constexpr std::uint32_t kNoCompression = 0;
 constexpr std::uint32_t kBitFields = 3;
