@@ -21,8 +21,6 @@ install(FILES README.md CHANGELOG.md SECURITY.md LICENSE DESTINATION ${CMAKE_INS
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL PATTERN *.1 EXCLUDE)
 
 if(TARGET zelk_cli)
-  set_target_properties(zelk_cli PROPERTIES
-    INSTALL_RPATH "${PDFium_LIBRARY_DIR};${PDFlib_LIBRARY_DIR}")
   install(TARGETS zelk_cli zelk_engine_check RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES docs/zelk.1 docs/zelk-engine-check.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES packaging/bash-completion/zelk

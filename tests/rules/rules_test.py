@@ -160,6 +160,15 @@ class Checks(unittest.TestCase):
                            ("-U_FORTIFY_SOURCE", "no checked calls")):
             with self.subTest(flag):
                 self.assert_fails(text, "hardening", self.build(source, *good, flag))
+        for path in ("/usr/lib:", "/usr/lib::/lib", "$ORIGIN:lib"):
+            with self.subTest(path):
+                relative = self.build(source, *good, f"-Wl,-rpath,{path}")
+                self.assert_fails("depends on the current folder", "hardening", relative)
+        absolute = self.build(source, *good, "-Wl,-rpath,$ORIGIN:${ORIGIN}/../lib:/usr/lib")
+        self.assert_passes("hardening", absolute)
+        unnamed = self.build("int other() { return 1; }\n", "-shared", "-fPIC", name="other.so")
+        by_path = self.build(source, *good, "-Wl,--no-as-needed", unnamed)
+        self.assert_fails("needed by its path", "hardening", by_path)
         program = self.build("int main() {}\n", "-no-pie", name="program")
         self.assert_fails("not position independent", "hardening", program)
         self.assert_fails("no files given", "hardening")
