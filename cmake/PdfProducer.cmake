@@ -5,6 +5,10 @@
 #                            libpdf.so.6 (there or in lib/)
 # Result: the target zelk_pdf_producer, which carries what compiling and linking the binding takes.
 
+#         PDFlib_LIBRARY_DIR for the run path, with the vendor's library
+#
+# qpdf is the embedded producer's, and the command line's own, which takes the passwords off PDFs.
+find_package(PkgConfig REQUIRED)
 add_library(zelk_pdf_producer INTERFACE)
 
 if(ZELK_PDF_PRODUCER STREQUAL "vendor")
@@ -18,14 +22,19 @@ if(ZELK_PDF_PRODUCER STREQUAL "vendor")
       "lib/libpdf.so.6; it is \"${PDFLIB_ROOT}\"")
   endif()
   get_filename_component(PDFlib_LIBRARY_DIR ${PDFlib_LIBRARY} DIRECTORY)
-  add_library(PDFlib::PDFlib SHARED IMPORTED)
-  set_target_properties(PDFlib::PDFlib PROPERTIES
-    IMPORTED_LOCATION ${PDFlib_LIBRARY}
-    INTERFACE_INCLUDE_DIRECTORIES ${PDFlib_INCLUDE_DIR})
+  # Linked by name: a library without a SONAME would be asked for by its path on this machine.
+  add_library(PDFlib::PDFlib INTERFACE IMPORTED)
+  target_include_directories(PDFlib::PDFlib INTERFACE ${PDFlib_INCLUDE_DIR})
+  target_link_directories(PDFlib::PDFlib INTERFACE ${PDFlib_LIBRARY_DIR})
+  target_link_libraries(PDFlib::PDFlib INTERFACE -l:libpdf.so.6)
+  # What is not shipped, tests and examples, finds it here; see zelk_set_run_path for the rest.
+  list(APPEND CMAKE_BUILD_RPATH ${PDFlib_LIBRARY_DIR})
   target_compile_definitions(zelk_pdf_producer INTERFACE ZELK_PDF_VENDOR)
   target_link_libraries(zelk_pdf_producer INTERFACE PDFlib::PDFlib)
+  if(ZELK_BUILD_CLI OR ZELK_BUILD_TESTS OR ZELK_BUILD_BENCHMARKS)
+    pkg_check_modules(QPDF REQUIRED IMPORTED_TARGET libqpdf)
+  endif()
 elseif(ZELK_PDF_PRODUCER STREQUAL "embedded")
-  find_package(PkgConfig REQUIRED)
   pkg_check_modules(QPDF REQUIRED IMPORTED_TARGET libqpdf)
   target_link_libraries(zelk_pdf_producer INTERFACE PkgConfig::QPDF)
 else()

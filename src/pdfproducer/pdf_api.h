@@ -53,6 +53,9 @@ typedef struct PDFlib_api_s {
 
 static_assert(sizeof(PDFlib_api) == 1480, "the binding accepts a table of exactly this size");
 
+// Visible in a library that holds the producer alone; libzelk.so exports by its own list.
+#pragma GCC visibility push(default)
+
 const PDFlib_api* PDF_get_api(void);
 
 void PDF_set_parameter(PDF* p, const char* key, const char* value);
@@ -71,6 +74,8 @@ void* PDF_get_opaque(PDF* p);
 pdf_jmpbuf* pdf_jbuf(PDF* p);
 // Non-zero, once, when an error was raised since the buffer was armed.
 int pdf_catch(PDF* p);
+
+#pragma GCC visibility pop
 }
 
 #endif  // ZELK_PDFPRODUCER_PDF_API_H
