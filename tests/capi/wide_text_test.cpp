@@ -97,4 +97,22 @@ TEST_F(WideText, StubsAnswerFalseOrMinus1AndChangeNothing) {
   zelk_uninit_engine();
 }
 
+TEST_F(WideText, StubsLeaveTheSearchablePdfThatWasNamed) {
+  ScriptedEngine fake;
+  const ScratchFolder folder;
+  write_image(folder.path("a.png"), 5, 4);
+  ASSERT_EQ(zelk_init_engine(fake.directory.c_str()), 0);
+  fake.script->pages = {fake_page("one")};
+  ASSERT_TRUE(zelk_add_image(folder.path("a.png").c_str()));
+  ASSERT_TRUE(zelk_set_double_document_filename(folder.path("a.pdf").c_str()));
+  EXPECT_FALSE(zelk_set_double_document_filename_unicode(widen(folder.path("b.pdf")).c_str()));
+  EXPECT_FALSE(zelk_set_double_document_filename_unicode(L"b.png"));
+  EXPECT_FALSE(zelk_set_double_document_filename_unicode(nullptr));
+  EXPECT_FALSE(zelk_add_image_unicode(nullptr));
+  EXPECT_EQ(zelk_save_form_grid_unicode(nullptr, nullptr), -1);
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_EQ(read_file(folder.path("a.pdf")).substr(0, 5), "%PDF-");
+  EXPECT_FALSE(std::filesystem::exists(folder.path("b.pdf")));
+}
+
 }  // namespace

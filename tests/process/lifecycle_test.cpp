@@ -20,11 +20,14 @@ TEST(MainProcess, StartsWithNothingLoaded) {
 TEST(MainProcess, FailedStartIs1AndKeepsThePath) {
   ofd::MainProcess process{};
   testing::internal::CaptureStdout();
-  EXPECT_EQ(process.init_engine("/nowhere/"), 1);
-  EXPECT_EQ(process.init_engine(fake_directory("lacks_qv_recognize").c_str()), 1);
-  EXPECT_EQ(process.init_engine(fake_directory("refusing").c_str()), 1);
+  for (const std::string& directory :
+       {std::string("/nowhere/"), fake_directory("lacks_qv_recognize"), fake_directory("refusing"),
+        std::string("/elsewhere/")}) {
+    EXPECT_EQ(process.init_engine(directory.c_str()), 1) << directory;
+    EXPECT_EQ(process._sys_path, directory);
+    EXPECT_EQ(process._log_file, directory + "pdf_log.txt");
+  }
   EXPECT_NE(testing::internal::GetCapturedStdout(), "");
-  EXPECT_EQ(process._sys_path, fake_directory("refusing"));
 }
 
 TEST(MainProcess, LogFileNameIsComputedAndNoFileMade) {

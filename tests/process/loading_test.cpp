@@ -71,18 +71,23 @@ TEST(MainProcess, UnknownExtensionKeepsTheResolution) {
 }
 
 TEST(MainProcess, LoadingForgetsListJsonAndWideTextButNotTheRest) {
-  ofd::MainProcess process{};
-  process.add_image("a.png");
-  process._ocr_array_jsonbuffer = {"{}"};
-  process._ocr_string = "narrow";
-  process._ocr_string_unicode = L"wide";
-  process._json_buffer_unicode = L"{}";
-  process.load_image_document("/nowhere/a.png", 200);
-  EXPECT_TRUE(process._array_images.empty());
-  EXPECT_TRUE(process._ocr_array_jsonbuffer.empty());
-  EXPECT_TRUE(process._ocr_string_unicode.empty());
-  EXPECT_EQ(process._ocr_string, "narrow");
-  EXPECT_EQ(process._json_buffer_unicode, L"{}");
+  // Also when no reader takes the file.
+  for (const char* name : {"/nowhere/a.png", "/nowhere/a.gif", static_cast<const char*>(nullptr)}) {
+    ofd::MainProcess process{};
+    process.add_image("a.png");
+    process._page_num = 5;
+    process._ocr_array_jsonbuffer = {"{}"};
+    process._ocr_string = "narrow";
+    process._ocr_string_unicode = L"wide";
+    process._json_buffer_unicode = L"{}";
+    EXPECT_EQ(process.load_image_document(name, 200), 0);
+    EXPECT_EQ(process._page_num, 0);
+    EXPECT_TRUE(process._array_images.empty());
+    EXPECT_TRUE(process._ocr_array_jsonbuffer.empty());
+    EXPECT_TRUE(process._ocr_string_unicode.empty());
+    EXPECT_EQ(process._ocr_string, "narrow");
+    EXPECT_EQ(process._json_buffer_unicode, L"{}");
+  }
 }
 
 TEST(MainProcess, SecondLoadReplacesTheReaderWithoutFreeingItsImage) {

@@ -102,6 +102,62 @@ TEST(pdfiumreader, TopOfThePageIsTheLastScanLineAndColoursKeepTheirOrder) {
   FreeImage_Unload(page);
 }
 
+// A page of three squares side by side: one that is not printed, one that is printed alone, and an
+// annotation.
+constexpr const char* kSquares = R"(%PDF-1.7
+1 0 obj
+<< /Type /Catalog /Pages 2 0 R
+   /OCProperties << /OCGs [5 0 R 6 0 R] /D << /Order [5 0 R 6 0 R] >> >> >>
+endobj
+2 0 obj
+<< /Type /Pages /Kids [3 0 R] /Count 1 >>
+endobj
+3 0 obj
+<< /Type /Page /Parent 2 0 R /MediaBox [0 0 30 10] /Contents 4 0 R /Annots [7 0 R]
+   /Resources << /Properties << /Screen 5 0 R /Paper 6 0 R >> >> >>
+endobj
+4 0 obj
+<< /Length 85 >>
+stream
+/OC /Screen BDC 0 g 0 0 10 10 re f EMC
+/OC /Paper BDC 0 g 10 0 10 10 re f EMC
+endstream
+endobj
+5 0 obj
+<< /Type /OCG /Name (Screen)
+   /Usage << /Print << /PrintState /OFF >> /View << /ViewState /ON >> >> >>
+endobj
+6 0 obj
+<< /Type /OCG /Name (Paper)
+   /Usage << /Print << /PrintState /ON >> /View << /ViewState /OFF >> >> >>
+endobj
+7 0 obj
+<< /Type /Annot /Subtype /Square /Rect [20 0 30 10] /F 4 /AP << /N 8 0 R >> >>
+endobj
+8 0 obj
+<< /Type /XObject /Subtype /Form /BBox [0 0 10 10] /Length 18 >>
+stream
+0 g 0 0 10 10 re f
+endstream
+endobj
+trailer
+<< /Size 9 /Root 1 0 R >>
+%%EOF
+)";
+
+TEST(pdfiumreader, PageLooksAsPrintedWithoutItsAnnotations) {
+  const ScratchFolder folder;
+  write_file(folder.path("a.pdf"), kSquares);
+  const OpenPdf pdf(folder.path("a.pdf"), 72);
+  FIBITMAP* const page = pdf.reader->get_cur_image(0);
+  ASSERT_NE(page, nullptr);
+  const BYTE* const row = FreeImage_GetScanLine(page, 5);
+  EXPECT_EQ(row[3 * 5], 0xFF) << "shown on a screen alone";
+  EXPECT_EQ(row[3 * 15], 0x00) << "shown on paper alone";
+  EXPECT_EQ(row[3 * 25], 0xFF) << "an annotation";
+  FreeImage_Unload(page);
+}
+
 TEST(pdfiumreader, TwoCallsForAPageGiveIndependentBitmaps) {
   const ScratchFolder folder;
   write_pdf(folder.path("a.pdf"), {{"0 0 30 20", ""}});

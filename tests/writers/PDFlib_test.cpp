@@ -223,6 +223,8 @@ TEST_F(PDFlibTest, StringResultsEndAtTheirZeroByteAndConversionsAtTheirLength) {
   EXPECT_EQ(pdf.get_parameter("", 0), "a");
   EXPECT_EQ(pdf.get_pdi_parameter("", 0, 0), "a");
   EXPECT_EQ(pdf.pcos_get_string(0, ""), "a");
+  EXPECT_EQ(pdf.fit_textflow(0, 0, 0, 0, 0, ""), "a");
+  EXPECT_EQ(pdf.fit_table(0, 0, 0, 0, 0, ""), "a");
   EXPECT_EQ(pdf.utf8_to_utf16("", ""), library.text);
   EXPECT_EQ(pdf.utf16_to_utf8(""), library.text);
   EXPECT_EQ(pdf.utf32_to_utf16("", ""), library.text);
@@ -234,8 +236,13 @@ TEST_F(PDFlibTest, StringResultsAreEmptyWhenTheLibraryReturnsNoText) {
   EXPECT_EQ(pdf.get_errmsg(), "");
   EXPECT_EQ(pdf.get_apiname(), "");
   EXPECT_EQ(pdf.fit_table(0, 0, 0, 0, 0, ""), "");
+  EXPECT_EQ(pdf.fit_textflow(0, 0, 0, 0, 0, ""), "");
+  EXPECT_EQ(pdf.get_parameter("", 0), "");
+  EXPECT_EQ(pdf.get_pdi_parameter("", 0, 0), "");
   EXPECT_EQ(pdf.pcos_get_string(0, ""), "");
   EXPECT_EQ(pdf.utf8_to_utf16("", ""), "");
+  EXPECT_EQ(pdf.utf16_to_utf8(""), "");
+  EXPECT_EQ(pdf.utf32_to_utf16("", ""), "");
 }
 
 TEST_F(PDFlibTest, PointerResultsComeWithTheirLength) {
