@@ -73,7 +73,8 @@ class VendorBuild(unittest.TestCase):
     def assert_writes_with_the_vendors_library(self, library):
         output = self.folder / "searchable.pdf"
         said = run(sys.executable, "-c", HOST, library, ENGINE, DATA / "english.tif", output)
-        self.assertEqual(said.strip(), str(PACKAGE.resolve() / "lib/libpdf.so.6"))
+        used = said.splitlines()[-1]  # behind what decoders complain about
+        self.assertEqual(used, str(PACKAGE.resolve() / "lib/libpdf.so.6"))
         self.assert_holds_marks(output)
 
     def assert_asks_for_it_by_name(self, file):
