@@ -29,6 +29,11 @@ static_assert(!std::is_polymorphic_v<zelk::MDIB> && !std::is_polymorphic_v<PDFli
 
 constexpr std::size_t kPointer = sizeof(void*);
 
+template <typename Field>
+struct Holder {
+  Field field;
+};
+
 // Where the fields of these types begin when each follows the one before.
 template <typename... Fields>
 std::vector<std::size_t> one_after_another(std::size_t offset) {
@@ -38,7 +43,7 @@ std::vector<std::size_t> one_after_another(std::size_t offset) {
     offsets.push_back(offset);
     offset += size;
   };
-  (place(sizeof(Fields), alignof(Fields)), ...);
+  (place(sizeof(Holder<Fields>), alignof(Holder<Fields>)), ...);
   return offsets;
 }
 
