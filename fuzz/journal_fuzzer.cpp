@@ -13,12 +13,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   cli::write_file(folder + "/.zelk-journal/key/delivered", FuzzInput(data, size).rest());
   {
     cli::Journal journal(folder, true);
-    const auto outcome = journal.delivered("key");
+    const auto outcome = journal.delivered("key", "");
     const auto records = journal.open_document("key");
     require(records.has_value(), "nobody else works on the document");
     if (outcome) {
-      journal.mark_delivered("key", *outcome);
-      const auto again = journal.delivered("key");
+      journal.mark_delivered("key", "", *outcome);
+      const auto again = journal.delivered("key", "");
       require(again && again->pages.size() == outcome->pages.size(), "an outcome comes back");
       require(again->outputs == outcome->outputs, "with the same outputs");
     }

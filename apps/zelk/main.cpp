@@ -57,8 +57,9 @@ ExitCode recognize(const Options& options, const std::string& engine_dir, Output
       std::any_of(inputs.documents.begin(), inputs.documents.end(), cli::writes_to_standard_output);
   cli::RunListeners listeners(options, writes_results && isatty(results.descriptor()) == 1);
   std::string complaint;
-  const ExitCode code = cli::run_documents(options, engine_dir, cli::language_folder(engine_dir),
-                                           std::move(inputs), results, listeners, complaint);
+  const ExitCode code = cli::run_documents(
+      options, {engine_dir, cli::language_folder(engine_dir), cli::language_files(engine_dir)},
+      std::move(inputs), results, listeners, complaint);
   if (!complaint.empty()) complain(complaint);
   results.finish();
   if (listeners.report_failure().empty()) return code;

@@ -9,8 +9,9 @@
 namespace cli {
 
 // CBOR carries the messages: unlike JSON text it holds file names of any bytes.
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, dpi, max_pixels,
-                                   password, skip_text, strict, pictures, sandbox, readable)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageOptions, dpi, max_pixels, skip_text, strict)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, page, password,
+                                   pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure)

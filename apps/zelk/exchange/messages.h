@@ -19,15 +19,21 @@ namespace cli {
 
 // ---- orders: supervisor to worker ----
 
+// Every setting that can change what a worker makes of a page. The journal's keys hold all of it,
+// and workers learn of such settings nowhere else, so that no option can be forgotten there.
+struct PageOptions {
+  int dpi = 0;  // 0: the page's own
+  std::int64_t max_pixels = 0;
+  bool skip_text = false;
+  bool strict = false;  // a page with lost parts has failed
+};
+
 // The first order: settings that hold for the worker's life, and its engine. Answer: Ready.
 struct StartOrder {
   std::string engine_dir;
   int memory_limit_mib = 0;  // of address space; 0: none
-  int dpi = 0;               // 0: the page's own
-  std::int64_t max_pixels = 0;
+  PageOptions page;
   std::string password;
-  bool skip_text = false;
-  bool strict = false;    // a page with lost parts has failed
   bool pictures = false;  // records hold the page's JPEG
   bool sandbox = false;
   std::vector<std::string> readable;  // what a worker in its sandbox may read

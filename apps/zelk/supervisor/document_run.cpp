@@ -233,13 +233,16 @@ void DocumentRun::open_pages() {
   load_records();
 }
 
-// Pages that an earlier run has finished are done; the others wait.
+// Pages that an earlier run has recognised are done. The others wait, those that failed then too:
+// what befell them may be over, and limits may be wider now.
 void DocumentRun::load_records() {
   for (const int number : _wanted) {
     const std::optional<PageRecord> record = read_page_record(record_path(number));
-    if (record && record->page == number) {
-      page_done({number, record->failure, record->warning, record->seconds, record->memory_kib,
-                 true, record->is_unreadable, record->has_own_text});
+    const bool is_done = record && record->page == number && record->failure.empty() &&
+                         (!record->jpeg.empty() || !wants_pictures());
+    if (is_done) {
+      page_done({number, "", record->warning, record->seconds, record->memory_kib, true, false,
+                 record->has_own_text});
     } else if (!page(number).failure.empty()) {
       record_without_picture(number, page(number).failure);
     } else {

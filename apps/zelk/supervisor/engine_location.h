@@ -3,8 +3,16 @@
 #define ZELK_APPS_SUPERVISOR_ENGINE_LOCATION_H
 
 #include <string>
+#include <vector>
 
 namespace cli {
+
+// The engine of a run.
+struct EngineLocation {
+  std::string directory;                // ends in "/"
+  std::string data_folder;              // what else it reads; empty when that is not known
+  std::vector<std::string> data_files;  // of the languages in use, as far as known
+};
 
 // Path of the running program, links resolved.
 std::string program_file();

@@ -71,7 +71,7 @@ Journal::Journal(const std::string& output_folder, bool resume)
 
 Journal::~Journal() {
   std::error_code ignored;
-  while (!_locks.empty()) unlock(_locks.begin()->first);
+  while (!_locks.empty()) close_document(std::string(_locks.begin()->first));
   for (const std::string& key : _keys) {
     // What is kept goes all the same when it is empty.
     if (!_keep_all) std::filesystem::remove_all(folder_of(key), ignored);
@@ -98,21 +98,25 @@ std::optional<std::string> Journal::open_document(const std::string& key) {
   return folder;
 }
 
-std::optional<DocumentOutcome> Journal::delivered(const std::string& key) const {
+std::optional<DocumentOutcome> Journal::delivered(const std::string& key,
+                                                  const std::string& order) const {
   const std::optional<std::string> bytes = read_file(folder_of(key) + "/" + kDelivered);
   if (!_resume || !bytes) return {};
   try {
     const Json json = parse_cbor(*bytes);
-    if (!outputs_are_untouched(json)) return {};
+    if (json.at("order") != order || !outputs_are_untouched(json)) return {};
     return from_json(json);
   } catch (const Json::exception&) {
     return {};
   }
 }
 
-void Journal::mark_delivered(const std::string& key, const DocumentOutcome& outcome) {
+void Journal::mark_delivered(const std::string& key, const std::string& order,
+                             const DocumentOutcome& outcome) {
   const std::string folder = folder_of(key);
-  const std::vector<std::uint8_t> bytes = Json::to_cbor(to_json(outcome));
+  Json json = to_json(outcome);
+  json["order"] = order;
+  const std::vector<std::uint8_t> bytes = Json::to_cbor(json);
   write_file(folder + "/delivered.new",
              {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   move_file(folder + "/delivered.new", folder + "/" + kDelivered);
@@ -120,10 +124,10 @@ void Journal::mark_delivered(const std::string& key, const DocumentOutcome& outc
   for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
     if (entry.path().filename() != kDelivered) std::filesystem::remove(entry.path(), ignored);
   }
-  unlock(key);
+  close_document(key);
 }
 
-void Journal::unlock(const std::string& key) {
+void Journal::close_document(const std::string& key) {
   const auto lock = _locks.find(key);
   if (lock == _locks.end()) return;
   close(lock->second);

@@ -14,8 +14,8 @@ namespace cli {
 
 // What finished pages leave in the output folder, so that a run that was stopped or killed can be
 // taken up again: ".zelk-journal/KEY/" holds the page records of one document, or, once it is
-// delivered, a file that tells so. The key stands for the document's content, its outputs, the
-// engine and the settings.
+// delivered, a file that tells so. The key stands for all that the pages' results depend on
+// (record_key.h).
 class Journal {
  public:
   // In the output folder, which exists. Throws std::system_error.
@@ -32,21 +32,21 @@ class Journal {
   // another run is at work on the same document.
   std::optional<std::string> open_document(const std::string& key);
 
-  // The outcome of a document that an earlier run delivered and whose outputs are still as they
-  // were left.
-  std::optional<DocumentOutcome> delivered(const std::string& key) const;
+  // The outcome of a document that an earlier run delivered for the same order (order_text), and
+  // whose outputs are still as they were left.
+  std::optional<DocumentOutcome> delivered(const std::string& key, const std::string& order) const;
 
   // The document is done: its records go, its outcome stays until the end of the run.
-  void mark_delivered(const std::string& key, const DocumentOutcome& outcome);
-  // Nobody works on the document any more, but its records stay until the end of the run: a file
-  // that several documents share is made of all of them, by the next run too.
-  void release(const std::string& key) { unlock(key); }
+  void mark_delivered(const std::string& key, const std::string& order,
+                      const DocumentOutcome& outcome);
+  // Nobody works on the document any more, but its records stay: it was finished in another way, or
+  // a file that several documents share is made of all of them, by the next run too.
+  void close_document(const std::string& key);
   // All entries stay for a run with --resume, those of delivered documents too, or it would do
   // these again.
   void keep() { _keep_all = true; }
 
  private:
-  void unlock(const std::string& key);
   std::string folder_of(const std::string& key) const { return _path + "/" + key; }
 
   std::string _path;

@@ -18,10 +18,10 @@
 #include "supervisor/delivery.h"
 #include "supervisor/document_run.h"
 #include "supervisor/engine_identity.h"
-#include "supervisor/engine_location.h"
 #include "supervisor/interruption.h"
 #include "supervisor/journal.h"
 #include "supervisor/readable_paths.h"
+#include "supervisor/record_key.h"
 #include "supervisor/run_folder.h"
 #include "supervisor/worker_pool.h"
 
@@ -51,6 +51,10 @@ std::unique_ptr<Journal> open_journal(const Options& options) {
   return folder.empty() ? nullptr : std::make_unique<Journal>(folder, options.resume);
 }
 
+PageOptions page_options(const Options& options) {
+  return {options.dpi.value_or(0), options.max_pixels, options.skip_text, options.strict};
+}
+
 int cores_available() {
   cpu_set_t cores;
   return sched_getaffinity(0, sizeof cores, &cores) == 0 ? std::max(1, CPU_COUNT(&cores)) : 1;
@@ -62,8 +66,8 @@ bool any_pictures(const Inputs& inputs) {
 
 class Supervisor {
  public:
-  Supervisor(const Options& options, const std::string& engine_dir, const std::string& engine_data,
-             Inputs inputs, Output& results, RunListener& listener);
+  Supervisor(const Options& options, EngineLocation engine, Inputs inputs, Output& results,
+             RunListener& listener);
   ExitCode run(std::string& complaint);
 
  private:
@@ -76,14 +80,16 @@ class Supervisor {
   void deliver_document(DocumentRun& document);
   void make_folders(const InputDocument& input) const;
   void drop_finished();
+  std::string order_of(const DocumentRun& document) const;
   void end(const DocumentOutcome& outcome);
   void interrupt();
-  WorkerPool::Setting pool_setting(const std::string& engine_data) const;
+  WorkerPool::Setting pool_setting() const;
 
   const Options& _options;
-  std::string _engine_dir;
+  EngineLocation _engine;
   Inputs _inputs;
   RunListener& _listener;
+  std::string _output_folder;  // that holds the journal; empty without one
   std::unique_ptr<Journal> _journal;
   RunFolder _folder;
   std::string _engine_identity;
@@ -97,36 +103,33 @@ class Supervisor {
   std::chrono::steady_clock::time_point _start = std::chrono::steady_clock::now();
 };
 
-Supervisor::Supervisor(const Options& options, const std::string& engine_dir,
-                       const std::string& engine_data, Inputs inputs, Output& results,
-                       RunListener& listener)
+Supervisor::Supervisor(const Options& options, EngineLocation engine, Inputs inputs,
+                       Output& results, RunListener& listener)
     : _options(options),
-      _engine_dir(engine_dir),
+      _engine(std::move(engine)),
       _inputs(std::move(inputs)),
       _listener(listener),
+      _output_folder(journal_folder(options)),
       _journal(open_journal(options)),
       _folder(_journal ? _journal->path() : ""),
       _document_setting{options, _folder.path(), listener, nullptr},
       _delivery(results, _folder.path(), options.page_break),
-      _pool(pool_setting(engine_data)) {
+      _pool(pool_setting()) {
   if (!_journal) return;
-  _engine_identity = engine_identity(engine_dir);
+  _engine_identity = engine_identity(_engine);
   _document_setting.attach = [this](DocumentRun& document, const std::string& digests) {
     return attach(document, digests);
   };
 }
 
-WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_data) const {
+WorkerPool::Setting Supervisor::pool_setting() const {
   WorkerPool::Setting setting;
-  setting.start.engine_dir = std::filesystem::absolute(_engine_dir).string();
+  setting.start.engine_dir = std::filesystem::absolute(_engine.directory).string();
   setting.start.sandbox = _options.sandbox;
-  setting.start.readable = readable_paths(_engine_dir, engine_data);
+  setting.start.readable = readable_paths(_engine.directory, _engine.data_folder);
   setting.start.memory_limit_mib = _options.memory_limit;
-  setting.start.dpi = _options.dpi.value_or(0);
-  setting.start.max_pixels = _options.max_pixels;
+  setting.start.page = page_options(_options);
   setting.start.password = _options.password;
-  setting.start.skip_text = _options.skip_text;
-  setting.start.strict = _options.strict;
   setting.start.pictures = any_pictures(_inputs);
   setting.run_folder = _folder.path();
   setting.jobs = _options.jobs > 0 ? _options.jobs : cores_available();
@@ -136,29 +139,22 @@ WorkerPool::Setting Supervisor::pool_setting(const std::string& engine_data) con
   return setting;
 }
 
-// What the results of a page depend on beside the document and the engine.
-std::string settings_text(const Options& options, bool pictures) {
-  return fmt::format("dpi {} max-pixels {} skip-text {} strict {} pictures {} page-break {}",
-                     options.dpi.value_or(0), options.max_pixels, options.skip_text, options.strict,
-                     pictures, options.page_break);
-}
-
 std::optional<std::string> Supervisor::attach(DocumentRun& document, const std::string& digests) {
-  std::string facts = digests + _engine_identity + settings_text(_options, any_pictures(_inputs));
-  for (const auto& target : document.input().targets) {
-    facts += (target.is_shared ? "\nshared " : "\n") + target.path;
-  }
-  for (const int page : document.wanted()) facts += fmt::format(" {}", page);
-  const std::string key = digest_of_text(facts).substr(0, 32);
+  const std::string key = record_key(digests, _engine_identity, _pool.page_options(),
+                                     place_of(document.input(), _output_folder));
   std::optional<std::string> folder = _journal->open_document(key);
   if (!folder) return {};
   document.set_journal_key(key);
-  if (std::optional<DocumentOutcome> delivered = _journal->delivered(key)) {
+  if (std::optional<DocumentOutcome> delivered = _journal->delivered(key, order_of(document))) {
     delivered->name = document.input().name;
     document.outcome() = std::move(*delivered);
     document.finish(document.outcome().state, "");
   }
   return folder;
+}
+
+std::string Supervisor::order_of(const DocumentRun& document) const {
+  return order_text(document.input(), document.wanted(), _options.page_break, _output_folder);
 }
 
 ExitCode Supervisor::run(std::string& complaint) {
@@ -171,7 +167,7 @@ ExitCode Supervisor::run(std::string& complaint) {
     }
     if (!_pool.engine_failure().empty()) {
       complaint =
-          fmt::format("no engine: {}{} {}", _engine_dir, kEngineFile, _pool.engine_failure());
+          fmt::format("no engine: {}{} {}", _engine.directory, kEngineFile, _pool.engine_failure());
       _exit_codes.insert(kNoEngine);
     }
   } catch (const ReaderGone&) {
@@ -288,8 +284,11 @@ void Supervisor::deliver_document(DocumentRun& document) {
     return;
   }
   document.finish(state, "");
-  if (!document.journal_key().empty() && !shares_a_file(document.input())) {
-    _journal->mark_delivered(document.journal_key(), document.outcome());
+  if (document.journal_key().empty() || shares_a_file(document.input())) return;
+  if (state == DocumentState::kDelivered) {
+    _journal->mark_delivered(document.journal_key(), order_of(document), document.outcome());
+  } else if (_options.resume) {
+    _journal->keep();  // the pages that failed are tried again by the next run
   }
 }
 
@@ -313,7 +312,7 @@ void Supervisor::drop_finished() {
                        document.outcome().state == DocumentState::kOutputFailed ||
                        document.outcome().state == DocumentState::kInterrupted;
     if (stays && _journal) _journal->keep();
-    if (!document.journal_key().empty()) _journal->release(document.journal_key());
+    if (_journal) _journal->close_document(document.journal_key());
     document.remove_files();
     end(document.outcome());
     place = _documents.erase(place);
@@ -360,10 +359,9 @@ void Supervisor::end(const DocumentOutcome& outcome) {
 
 }  // namespace
 
-ExitCode run_documents(const Options& options, const std::string& engine_dir,
-                       const std::string& engine_data, Inputs inputs, Output& results,
-                       RunListener& listener, std::string& complaint) {
-  return Supervisor(options, engine_dir, engine_data, std::move(inputs), results, listener)
+ExitCode run_documents(const Options& options, EngineLocation engine, Inputs inputs,
+                       Output& results, RunListener& listener, std::string& complaint) {
+  return Supervisor(options, std::move(engine), std::move(inputs), results, listener)
       .run(complaint);
 }
 

@@ -4,18 +4,17 @@
 
 #include "options/inputs.h"
 #include "options/options.h"
+#include "supervisor/engine_location.h"
 #include "supervisor/events.h"
 #include "supervisor/output.h"
 
 namespace cli {
 
 // Recognises documents with workers and delivers their outputs. Tells everything that happens to
-// the listener and returns the run's exit code. `engine_dir` ends in "/"; `engine_data` is what
-// else the engine reads, may be empty; results for standard output go to `results`. A missing
-// engine is told through `complaint`, which also names what else ended the run early.
-ExitCode run_documents(const Options& options, const std::string& engine_dir,
-                       const std::string& engine_data, Inputs inputs, Output& results,
-                       RunListener& listener, std::string& complaint);
+// the listener and returns the run's exit code. Results for standard output go to `results`. A
+// missing engine is told through `complaint`, which also names what else ended the run early.
+ExitCode run_documents(const Options& options, EngineLocation engine, Inputs inputs,
+                       Output& results, RunListener& listener, std::string& complaint);
 
 }  // namespace cli
 

@@ -39,6 +39,7 @@ class WorkerPool {
   // Lets the workers stop their engines, each within a few seconds.
   void dismiss_all();
 
+  const PageOptions& page_options() const { return _setting.start.page; }
   int capacity() const { return _setting.jobs; }
   bool is_idle() const;
   bool works_on(const DocumentRun& document) const;

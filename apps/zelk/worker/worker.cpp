@@ -149,9 +149,9 @@ DocumentPages& Worker::document(const std::string& input) {
   if (_document != nullptr && _input == input) return *_document;
   _document.reset();  // before the next is opened: PDFium serves one document
   PageSettings settings;
-  if (_settings.dpi > 0) settings.dpi = _settings.dpi;
+  if (_settings.page.dpi > 0) settings.dpi = _settings.page.dpi;
   settings.password = _settings.password;
-  settings.max_pixels = _settings.max_pixels;
+  settings.max_pixels = _settings.page.max_pixels;
   _document = std::make_unique<DocumentPages>(input, settings, kDecryptedFile);
   _input = input;
   return *_document;
@@ -218,7 +218,7 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
 void Worker::note_damage(const PreparedPage& page, PageRecord& record) {
   record.warning = page.warning;
   if (page.damage.empty()) return;
-  if (_settings.strict) {
+  if (_settings.page.strict) {
     record.failure = page.damage;
     _is_page_damaged = true;
   } else {
@@ -229,7 +229,7 @@ void Worker::note_damage(const PreparedPage& page, PageRecord& record) {
 void Worker::recognize(int index, const PreparedPage& page, PageRecord& record) {
   const std::optional<PageText> own_text = _document->text(index, page.dots_per_inch);
   record.has_own_text = own_text.has_value();
-  if (!own_text || !_settings.skip_text) {
+  if (!own_text || !_settings.page.skip_text) {
     _recognizer.recognize(page.bitmap.get(), record);
     return;
   }

@@ -10,6 +10,7 @@ namespace {
 
 constexpr bool kResume = true;
 constexpr bool kAnew = false;
+const char* const kOrder = "all pages as text";
 
 cli::DocumentOutcome delivered_outcome(const std::string& output) {
   cli::DocumentOutcome outcome;
@@ -28,7 +29,7 @@ void leave_behind(const TestFolder& folder) {
   cli::write_file(*records + "/page-000001", "record");
   ASSERT_TRUE(journal.open_document("whole").has_value());
   cli::write_file(folder.path("whole.txt"), "text");
-  journal.mark_delivered("whole", delivered_outcome(folder.path("whole.txt")));
+  journal.mark_delivered("whole", kOrder, delivered_outcome(folder.path("whole.txt")));
   journal.keep();
 }
 
@@ -57,7 +58,7 @@ TEST(Journal, ADeliveredDocumentIsRememberedWithItsPages) {
   const TestFolder folder;
   leave_behind(folder);
   const cli::Journal journal(folder.path(), kResume);
-  const std::optional<cli::DocumentOutcome> outcome = journal.delivered("whole");
+  const std::optional<cli::DocumentOutcome> outcome = journal.delivered("whole", kOrder);
   ASSERT_TRUE(outcome.has_value());
   EXPECT_EQ(outcome->page_count, 3);
   EXPECT_EQ(outcome->outputs, std::vector<std::string>{folder.path("whole.txt")});
@@ -65,24 +66,41 @@ TEST(Journal, ADeliveredDocumentIsRememberedWithItsPages) {
   ASSERT_EQ(outcome->pages.size(), 1U);
   EXPECT_EQ(outcome->pages[0].warning, "smaller");
   EXPECT_TRUE(outcome->pages[0].resumed);
-  EXPECT_FALSE(journal.delivered("half").has_value());
+  EXPECT_FALSE(journal.delivered("half", kOrder).has_value());
 }
 
 TEST(Journal, ADocumentWhoseOutputWasChangedIsDoneAgain) {
   const TestFolder folder;
   leave_behind(folder);
   cli::write_file(folder.path("whole.txt"), "other text");
-  EXPECT_FALSE(cli::Journal(folder.path(), kResume).delivered("whole").has_value());
+  EXPECT_FALSE(cli::Journal(folder.path(), kResume).delivered("whole", kOrder).has_value());
   leave_behind(folder);
   std::filesystem::remove(folder.path("whole.txt"));
-  EXPECT_FALSE(cli::Journal(folder.path(), kResume).delivered("whole").has_value());
+  EXPECT_FALSE(cli::Journal(folder.path(), kResume).delivered("whole", kOrder).has_value());
+}
+
+TEST(Journal, ADocumentOfWhichSomethingElseIsWantedIsDoneAgain) {
+  const TestFolder folder;
+  leave_behind(folder);
+  const cli::Journal journal(folder.path(), kResume);
+  EXPECT_FALSE(journal.delivered("whole", "all pages as JSON").has_value());
+  EXPECT_TRUE(journal.delivered("whole", kOrder).has_value());
+}
+
+TEST(Journal, AClosedDocumentCanBeTakenUpByAnotherRun) {
+  const TestFolder folder;
+  cli::Journal first(folder.path(), kResume);
+  cli::Journal second(folder.path(), kResume);
+  ASSERT_TRUE(first.open_document("key").has_value());
+  first.close_document("key");
+  EXPECT_TRUE(second.open_document("key").has_value());
 }
 
 TEST(Journal, ADamagedMarkIsNone) {
   const TestFolder folder;
   leave_behind(folder);
   cli::write_file(folder.path(".zelk-journal/whole/delivered"), "garbage");
-  EXPECT_FALSE(cli::Journal(folder.path(), kResume).delivered("whole").has_value());
+  EXPECT_FALSE(cli::Journal(folder.path(), kResume).delivered("whole", kOrder).has_value());
 }
 
 TEST(Journal, TwoRunsDoNotShareADocument) {
