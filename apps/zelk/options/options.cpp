@@ -12,6 +12,7 @@
 
 #include "options/help_text.h"
 #include "options/targets.h"
+#include "options/usage_mistake.h"
 
 namespace cli {
 namespace {
@@ -292,20 +293,6 @@ std::vector<std::string> guard_brackets(int argc, const char* const* argv) {
   return words;
 }
 
-// The parser counts values where people want to know what is wrong.
-std::string mistake_text(const CLI::ParseError& error) {
-  const std::string text = error.what();
-  const std::string option = text.substr(0, text.find(':'));
-  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
-    return "there is no option" + text.substr(text.find(':') + 1);
-  }
-  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    const bool is_missing = text.ends_with(" missing");
-    return option + (is_missing ? ": its value is missing" : ": is given more than once");
-  }
-  return text;
-}
-
 }  // namespace
 
 ParsedOptions parse_options(int argc, const char* const* argv, bool results_on_terminal) {
@@ -327,9 +314,10 @@ ParsedOptions parse_options(int argc, const char* const* argv, bool results_on_t
     if (!only_informs) check_outputs(options, results_on_terminal);
   } catch (const CLI::ParseError& error) {
     std::ostringstream help;
-    std::ostringstream ignored;
-    if (app.exit(error, help, ignored) == 0) return {std::nullopt, help.str(), kAllDone};
-    return {std::nullopt, mistake_text(error) + "\nRun with --help for more information.", kUsage};
+    std::ostringstream mistake;
+    const bool is_help = app.exit(error, help, mistake) == 0;
+    return {std::nullopt, is_help ? help.str() : usage_mistake(app, error),
+            is_help ? kAllDone : kUsage};
   }
   return {options, "", kAllDone};
 }

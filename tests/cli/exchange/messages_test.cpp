@@ -10,16 +10,16 @@ namespace {
 TEST(Messages, OrdersKeepTheirFieldsAndTextsOfAnyBytes) {
   cli::StartOrder start;
   start.engine_dir = "/\xFF/engine/";
-  start.max_pixels = 1'000'000'000'000;
-  start.skip_text = true;
-  start.strict = true;
+  start.page.max_pixels = 1'000'000'000'000;
+  start.page.skip_text = true;
+  start.page.strict = true;
   const auto order = cli::decode_order(cli::encode_order(start));
   ASSERT_TRUE(order.has_value());
   const auto& back = std::get<cli::StartOrder>(*order);
   EXPECT_EQ(back.engine_dir, start.engine_dir);
-  EXPECT_EQ(back.max_pixels, start.max_pixels);
-  EXPECT_TRUE(back.skip_text);
-  EXPECT_TRUE(back.strict);
+  EXPECT_EQ(back.page.max_pixels, start.page.max_pixels);
+  EXPECT_TRUE(back.page.skip_text);
+  EXPECT_TRUE(back.page.strict);
   EXPECT_FALSE(back.pictures);
 }
 

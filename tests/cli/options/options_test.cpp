@@ -167,9 +167,9 @@ TEST(CommandLineOptions, OutputsThatExcludeEachOther) {
 
 TEST(CommandLineOptions, SlipsAreToldInWords) {
   const auto told = [](const Words& words) {
-    return mistake(words).substr(0, mistake(words).find('\n'));
+    return mistake(words).substr(0, mistake(words).find("; zelk --help"));
   };
-  EXPECT_EQ(told({"--fromat", "a"}), "there is no option --fromat");
+  EXPECT_EQ(told({"--fromat", "a"}), "there is no option --fromat, --format may be meant");
   EXPECT_EQ(told({"-o", "x", "-o", "y", "a"}), "--output: is given more than once");
   EXPECT_EQ(told({"a", "-o"}), "--output: its value is missing");
   EXPECT_EQ(told({"-d", "", "a"}), "--directory: the name is empty");

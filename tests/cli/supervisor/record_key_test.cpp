@@ -12,6 +12,7 @@ struct WiderOptions {
   int dpi = 0;
   std::int64_t max_pixels = 0;
   bool skip_text = false;
+  bool strict = false;
   bool one_more = false;
 };
 
@@ -22,10 +23,11 @@ std::string key_of(const Settings& settings) {
 
 TEST(RecordKey, EachSettingOfAPageChangesIt) {
   std::set<std::string> keys = {key_of(cli::PageOptions{})};
-  keys.insert(key_of(cli::PageOptions{300, 0, false}));
-  keys.insert(key_of(cli::PageOptions{0, 300, false}));
-  keys.insert(key_of(cli::PageOptions{0, 0, true}));
-  EXPECT_EQ(keys.size(), 4U);
+  keys.insert(key_of(cli::PageOptions{300, 0, false, false}));
+  keys.insert(key_of(cli::PageOptions{0, 300, false, false}));
+  keys.insert(key_of(cli::PageOptions{0, 0, true, false}));
+  keys.insert(key_of(cli::PageOptions{0, 0, false, true}));
+  EXPECT_EQ(keys.size(), 5U);
   EXPECT_EQ(key_of(cli::PageOptions{}), key_of(cli::PageOptions{}));
 }
 
@@ -62,7 +64,7 @@ TEST(RecordKey, OrderIsAboutOutputsAndPages) {
                                         cli::order_text(text, {1, 2}, true, "out"),
                                         cli::order_text(text, {1}, false, "out"),
                                         cli::order_text(json, {1, 2}, false, "out")};
-  EXPECT_EQ(orders.size(), 3U);
+  EXPECT_EQ(orders.size(), 4U);
 }
 
 }  // namespace
