@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The command line: a supervisor that hands documents to workers, which are this program again.
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -10,9 +11,9 @@
 #include <cstdlib>
 #include <exception>
 #include <string_view>
-#include <system_error>
 
 #include "console/run_listeners.h"
+#include "exchange/error.h"
 #include "exchange/names.h"
 #include "languages.h"
 #include "options/inputs.h"
@@ -99,14 +100,14 @@ ExitCode run_command_line(int argc, char** argv, Output& results) {
     if (parsed.exit_code == cli::kAllDone) return show(parsed.message, results);
     complain(parsed.message);
     return parsed.exit_code;
-  } catch (const cli::ReaderGone&) {
-    return cli::kReaderGone;
-  } catch (const std::system_error& error) {
-    complain(fmt::format("cannot write the output: {}", cli::reason_of(error)));
+  } catch (const cli::Error& error) {
+    const std::string sentence = cli::sentence_of(error);
+    if (!sentence.empty()) complain(sentence);
+    return cli::exit_code_of(error);
   } catch (const std::exception& error) {
-    complain(error.what());
+    complain(fmt::format("ended by an unexpected error: {}", error.what()));
+    return cli::kFailedDocuments;
   }
-  return cli::kOutputFailed;
 }
 
 // The number that a worker's argument holds; -1, which nothing can be read from, for anything else.
@@ -114,6 +115,12 @@ int descriptor_in(std::string_view argument) {
   int number = -1;
   std::from_chars(argument.data(), argument.data() + argument.size(), number);
   return number;
+}
+
+// Descriptor 0 must be taken, or the next file that is opened would be read as standard input. This
+// one cannot be read.
+void keep_standard_input_closed() {
+  if (fcntl(STDIN_FILENO, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_WRONLY | O_CLOEXEC));
 }
 
 }  // namespace
@@ -126,5 +133,6 @@ int main(int argc, char** argv) {
   // A reader that has gone and a file that may not grow are found out by writing.
   const bool is_pipe_signal_ignored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
   std::signal(SIGXFSZ, SIG_IGN);
+  keep_standard_input_closed();
   return leave(run_command_line(argc, argv, results), is_pipe_signal_ignored);
 }

@@ -10,9 +10,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <system_error>
 
 #include "console/outcome_json.h"
+#include "exchange/error.h"
 
 namespace cli {
 namespace {
@@ -29,16 +29,16 @@ mode_t permissions_for(const std::string& path) {
 }  // namespace
 
 Report::Report(const std::string& path) : _path(path) {
-  const auto fail_to_open = [&path] {
-    throw std::system_error(errno, std::generic_category(), path);
-  };
+  const auto fail_to_open = [&path] { throw Error(ErrorKind::kOutput, errno, path); };
   struct stat existing = {};
   const bool exists = stat(path.c_str(), &existing) == 0;
   int descriptor = -1;
   if (exists && !S_ISREG(existing.st_mode)) {
     descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
   } else {
-    if (exists) _path = std::filesystem::canonical(path).string();  // a link keeps its place
+    std::error_code ignored;
+    if (exists)
+      _path = std::filesystem::canonical(path, ignored).string();  // a link keeps its place
     std::string temporary = (std::filesystem::path(_path).parent_path() / ".zelk-XXXXXX").string();
     descriptor = mkostemp(temporary.data(), O_CLOEXEC);
     if (descriptor >= 0) _temporary_path = temporary;

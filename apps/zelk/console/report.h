@@ -16,7 +16,7 @@ namespace cli {
 // Pipes and devices are written to directly.
 class Report : public RunListener {
  public:
-  // Throws std::system_error when no file can be made there.
+  // Throws Error when no file can be made there.
   explicit Report(const std::string& path);
   ~Report() override;  // without run_finished() nothing stays
   Report(const Report&) = delete;

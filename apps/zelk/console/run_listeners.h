@@ -16,7 +16,7 @@ class Report;
 // Everyone whom the options want told of a run: progress on standard error, the report.
 class RunListeners : public RunListener {
  public:
-  // Throws std::system_error when the report cannot be made.
+  // Throws Error when the report cannot be made.
   RunListeners(const Options& options, bool results_on_terminal);
   ~RunListeners() override;
 

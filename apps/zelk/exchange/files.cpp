@@ -9,22 +9,23 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <system_error>
+
+#include "exchange/error.h"
 
 namespace cli {
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{1} << 18;
 
-[[noreturn]] void fail(const std::string& path) {
-  throw std::system_error(errno, std::generic_category(), path);
+[[noreturn]] void fail(ErrorKind kind, const std::string& path) {
+  throw Error(kind, errno, path);
 }
 
 class Descriptor {
  public:
   Descriptor(const std::string& path, int flags)
       : _number(open(path.c_str(), flags | O_CLOEXEC, 0666)) {
-    if (_number < 0) fail(path);
+    if (_number < 0) fail((flags & O_CREAT) != 0 ? ErrorKind::kOutput : ErrorKind::kInput, path);
   }
   ~Descriptor() {
     if (_number >= 0) close(_number);
@@ -36,7 +37,7 @@ class Descriptor {
   void finish(const std::string& path) {
     const int number = _number;
     _number = -1;
-    if (close(number) != 0) fail(path);
+    if (close(number) != 0) fail(ErrorKind::kOutput, path);
   }
 
  private:
@@ -47,7 +48,7 @@ std::size_t read_some(int descriptor, char* buffer, std::size_t size, const std:
   for (;;) {
     const ssize_t count = read(descriptor, buffer, size);
     if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) fail(path);
+    if (errno != EINTR) fail(ErrorKind::kInput, path);
   }
 }
 
@@ -55,7 +56,7 @@ void write_all(int descriptor, std::string_view bytes, const std::string& path) 
   while (!bytes.empty()) {
     const ssize_t count = write(descriptor, bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) fail(path);
+    if (count < 0) fail(ErrorKind::kOutput, path);
     bytes.remove_prefix(static_cast<std::size_t>(count));
   }
 }
@@ -71,7 +72,7 @@ void read_blocks(int descriptor, const std::string& path, Use use) {
 
 void copy_file(const std::string& from, const std::string& to) {
   const Descriptor source(from, O_RDONLY);
-  spool_to_file(source.number(), to);
+  spool_to_file(source.number(), from, to);
 }
 
 class Sha256 {
@@ -99,7 +100,7 @@ void write_file(const std::string& path, std::string_view bytes) {
   try {
     write_all(file.number(), bytes, path);
     file.finish(path);
-  } catch (const std::system_error&) {
+  } catch (const Error&) {
     unlink(path.c_str());
     throw;
   }
@@ -111,14 +112,14 @@ std::optional<std::string> read_file(const std::string& path) {
     std::string bytes;
     read_blocks(file.number(), path, [&](std::string_view block) { bytes += block; });
     return bytes;
-  } catch (const std::system_error&) {
+  } catch (const Error&) {
     return {};
   }
 }
 
 void move_file(const std::string& from, const std::string& to) {
   if (std::rename(from.c_str(), to.c_str()) == 0) return;
-  if (errno != EXDEV) fail(to);
+  if (errno != EXDEV) fail(ErrorKind::kOutput, to);
   copy_file(from, to);
   unlink(from.c_str());
 }
@@ -129,9 +130,9 @@ void link_or_copy_file(const std::string& from, const std::string& to) {
   copy_file(from, to);  // another file system, or a file that may be read but not linked
 }
 
-void spool_to_file(int descriptor, const std::string& path) {
+void spool_to_file(int descriptor, const std::string& source, const std::string& path) {
   Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
-  read_blocks(descriptor, path,
+  read_blocks(descriptor, source,
               [&](std::string_view block) { write_all(file.number(), block, path); });
   file.finish(path);
 }

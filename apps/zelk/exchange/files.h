@@ -9,7 +9,7 @@
 namespace cli {
 
 // Files as the parts of a run hand them to each other. Names may hold any bytes. What fails throws
-// std::system_error that names the file, unless something else is said.
+// Error that names the file, unless something else is said.
 
 // Creates or replaces a file.
 void write_file(const std::string& path, std::string_view bytes);
@@ -25,8 +25,8 @@ void move_file(const std::string& from, const std::string& to);
 // `from` are followed.
 void link_or_copy_file(const std::string& from, const std::string& to);
 
-// A descriptor's content until its end, as a new file.
-void spool_to_file(int descriptor, const std::string& path);
+// A descriptor's content until its end, as a new file. `source` names it in errors.
+void spool_to_file(int descriptor, const std::string& source, const std::string& path);
 
 // SHA-256 of a file's content in lower-case hexadecimal.
 std::string digest_of_file(const std::string& path);

@@ -25,7 +25,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageStarted, number)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_unreadable, is_damaged,
                                    has_own_text, has_picture, warning, seconds, memory_kib)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(JobFailed, reason)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(JobFailed, reason, is_output)
 
 namespace {
 

@@ -119,6 +119,7 @@ struct JobDone {};
 struct JobFailed {
   std::string reason;
 };
+  bool is_output = false;  // a file cannot be written: the reason begins with its name
 
 struct Bye {};
 

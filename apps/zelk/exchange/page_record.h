@@ -45,7 +45,7 @@ std::string encode_page_record(const PageRecord& record);
 std::optional<PageRecord> decode_page_record(std::string_view bytes);
 
 // Writes under a temporary name beside `path` and renames, so that `path` is complete or absent.
-// Throws std::system_error.
+// Throws Error.
 void write_page_record(const std::string& path, const PageRecord& record);
 
 // Nothing when the file is missing or damaged.

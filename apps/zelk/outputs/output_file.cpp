@@ -2,7 +2,8 @@
 #include "outputs/output_file.h"
 
 #include <cerrno>
-#include <system_error>
+
+#include "exchange/error.h"
 
 namespace cli {
 
@@ -20,7 +21,7 @@ void OutputFile::finish() {
 }
 
 void OutputFile::fail() const {
-  throw std::system_error(errno, std::generic_category(), _path);
+  throw Error(ErrorKind::kOutput, errno, _path);
 }
 
 }  // namespace cli

@@ -9,7 +9,7 @@
 
 namespace cli {
 
-// A file that is written from its start. Every operation throws std::system_error naming the file
+// A file that is written from its start. Every operation throws Error naming the file
 // when it fails.
 class OutputFile {
  public:

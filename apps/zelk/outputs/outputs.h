@@ -26,7 +26,7 @@ struct OutputOrder {
 // on a record that is missing or damaged. `each` is called once a page, in order.
 void for_each_page(const OutputOrder& order, const std::function<void(const PageRecord&)>& each);
 
-// Each writes the file `path` anew and throws std::system_error when it cannot be written,
+// Each writes the file `path` anew and throws Error when it cannot be written,
 // std::runtime_error for damaged records. The same records give the same bytes. `progress` is
 // called after each page.
 using Progress = std::function<void()>;

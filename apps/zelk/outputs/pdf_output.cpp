@@ -3,8 +3,8 @@
 
 #include <cmath>
 #include <stdexcept>
-#include <system_error>
 
+#include "exchange/error.h"
 #include "outputs/outputs.h"
 #include "process/page_raster.h"
 #include "writers/pdfwriter.h"
@@ -14,17 +14,12 @@ namespace {
 
 constexpr double kA4Width = 595;  // points
 constexpr double kA4Height = 842;
-constexpr int kLastErrorNumber = 133;  // of the system
+constexpr int kOutputErrors = 1016;  // the PDF library's number of a file that it cannot write
 
-// The PDF library reports what the system refused as text only, with the system's reason last. Told
-// as a system_error it counts as an output that cannot be written.
-[[noreturn]] void fail(const std::string& path, const std::string& message) {
-  for (int number = 1; number <= kLastErrorNumber; ++number) {
-    if (message.ends_with(": " + std::generic_category().message(number))) {
-      throw std::system_error(number, std::generic_category(), path);
-    }
-  }
-  throw std::runtime_error(fmt::format("{}: {}", path, message));
+[[noreturn]] void fail(const std::string& path, int number, const std::string& message) {
+  const std::string text = fmt::format("{}: {}", path, message);
+  if (number == kOutputErrors) throw Error(ErrorKind::kOutput, text);
+  throw std::runtime_error(text);
 }
 
 bool is_length(double points) {
@@ -60,14 +55,16 @@ void write_pdf(const OutputOrder& order, const std::string& path, const Progress
   if (order.pages.empty()) throw std::runtime_error(path + ": a PDF needs at least one page");
   try {
     pdfwriter writer;
-    if (writer.create_document(path.c_str()) != 0) fail(path, writer._pdflib.get_errmsg());
+    if (writer.create_document(path.c_str()) != 0) {
+      fail(path, writer._pdflib.get_errnum(), writer._pdflib.get_errmsg());
+    }
     for_each_page(order, [&](const PageRecord& record) {
       add_page(writer, record);
       if (progress) progress();
     });
     writer.close_document();
   } catch (const PDFlib::Exception& error) {
-    fail(path, error.get_errmsg());
+    fail(path, error.get_errnum(), error.get_errmsg());
   }
 }
 

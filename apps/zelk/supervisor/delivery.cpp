@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <fstream>
-#include <system_error>
+
+#include "exchange/error.h"
 
 namespace cli {
 namespace {
@@ -19,7 +20,7 @@ void copy_to(const std::string& file, Output& output) {
   }
 }
 
-// Throws std::system_error.
+// Throws Error.
 void deliver_file(const std::string& file, const std::string& target,
                   const std::string& run_folder) {
   Output output(target, run_folder);
@@ -52,7 +53,7 @@ std::string Delivery::deliver(DocumentRun& document) {
         deliver_file(file, target.path, _run_folder);
       }
       if (target.path != kStandardOutput) document.outcome().outputs.push_back(target.path);
-    } catch (const std::system_error& error) {
+    } catch (const Error& error) {
       if (target.path == kStandardOutput || target.is_shared) throw;
       failures += (failures.empty() ? "cannot write " : ", ") + std::string(error.what());
     }

@@ -26,12 +26,12 @@ class Delivery {
       : _results(results), _run_folder(run_folder), _page_break(page_break) {}
 
   // Notes the files of a finished document in its outcome. A file of its own that cannot be written
-  // leaves the others alone: returns why, empty when all are in place. Throws std::system_error
+  // leaves the others alone: returns why, empty when all are in place. Throws Error
   // when standard output or a shared file fails.
   std::string deliver(DocumentRun& document);
 
   // All documents are done: shared files appear under their names. Without it they leave no trace.
-  // Throws std::system_error.
+  // Throws Error.
   void finish();
   // Something is written into shared files that are not finished.
   bool has_unfinished() const { return !_shared.empty(); }

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "exchange/error.h"
 #include "exchange/files.h"
 #include "options/page_ranges.h"
 
@@ -49,7 +50,7 @@ DocumentRun::DocumentRun(InputDocument input, int id, const Setting& setting)
       _id(id),
       _setting(setting),
       _folder(fmt::format("{}/document-{}", setting.run_folder, id)) {
-  std::filesystem::create_directory(_folder);
+  make_folders(_folder);
   for (const std::string& file : _input.files)
     _sources.push_back({file, "", false, false, 0, {}, ""});
   _outcome.name = _input.name;
@@ -177,7 +178,7 @@ void DocumentRun::handle_opened(const Job& job, const Opened& event, const std::
   if (!event.decrypted.empty()) {
     source.path = fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source));
     move_file(scratch + "/" + event.decrypted, source.path);
-    std::filesystem::remove(scratch + "/" + input_name(job.source));
+    unlink((scratch + "/" + input_name(job.source)).c_str());
   }
   source.pages = event.pages;
 }

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "exchange/cbor.h"
+#include "exchange/error.h"
 #include "exchange/files.h"
 
 namespace cli {
@@ -66,7 +67,7 @@ bool outputs_are_untouched(const Json& json) {
 
 Journal::Journal(const std::string& output_folder, bool resume)
     : _path(output_folder + "/.zelk-journal"), _resume(resume) {
-  std::filesystem::create_directory(_path);
+  make_folders(_path);
 }
 
 Journal::~Journal() {
@@ -82,7 +83,7 @@ Journal::~Journal() {
 
 std::optional<std::string> Journal::open_document(const std::string& key) {
   const std::string folder = folder_of(key);
-  std::filesystem::create_directories(folder);
+  make_folders(folder);
   const int lock = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (lock < 0 || flock(lock, LOCK_EX | LOCK_NB) != 0) {
     if (lock >= 0) close(lock);
@@ -91,8 +92,9 @@ std::optional<std::string> Journal::open_document(const std::string& key) {
   _locks[key] = lock;
   _keys.insert(key);
   if (!_resume) {
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-      std::filesystem::remove_all(entry.path());
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
+      std::filesystem::remove_all(entry.path(), ignored);
     }
   }
   return folder;

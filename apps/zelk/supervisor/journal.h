@@ -18,7 +18,7 @@ namespace cli {
 // (record_key.h).
 class Journal {
  public:
-  // In the output folder, which exists. Throws std::system_error.
+  // In the output folder, which exists. Throws Error.
   Journal(const std::string& output_folder, bool resume);
   // Removes the entries of documents that need no further run, and the journal when it is empty.
   ~Journal();

@@ -9,15 +9,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <system_error>
 
-#include "exchange/names.h"
+#include "exchange/error.h"
 
 namespace cli {
 namespace {
 
 [[noreturn]] void fail(const std::string& what) {
-  throw std::system_error(errno, std::generic_category(), what);
+  throw Error(ErrorKind::kOutput, errno, what);
 }
 
 // The permissions that a plain create would leave: those of the file that is replaced, else the
@@ -53,12 +52,6 @@ int claim_standard_output() {
   return results;
 }
 
-std::string reason_of(const std::system_error& error) {
-  const auto* const files = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
-  if (files == nullptr) return line_name(error.what());
-  return line_name(files->path1().string() + ": " + files->code().message());
-}
-
 Output::Output(int descriptor) : _descriptor(descriptor), _path("standard output") {
   if (isatty(_descriptor) == 1) _terminal.emplace();
 }
@@ -75,8 +68,10 @@ Output::Output(const std::string& path, const std::string& unfinished_folder) : 
   if (exists && access(path.c_str(), W_OK) != 0) fail(_path);
 
   // A link keeps its place; the file that it names is replaced.
-  const std::filesystem::path target =
-      exists ? std::filesystem::canonical(path) : std::filesystem::path(path);
+  std::error_code error;
+  std::filesystem::path target(path);
+  if (exists) target = std::filesystem::canonical(path, error);
+  if (error) throw Error(ErrorKind::kOutput, error.value(), path);
   _path = target.string();
   const std::string folder = target.has_parent_path() ? target.parent_path().string() : ".";
   const bool same = on_same_file_system(folder, unfinished_folder);
@@ -103,11 +98,12 @@ void Output::write(std::string_view text) {
 }
 
 void Output::write_bytes(std::string_view bytes) {
+  if (_descriptor < 0 && !bytes.empty()) throw Error(ErrorKind::kOutput, _path + " is closed");
   while (!bytes.empty()) {
     const ssize_t written = ::write(_descriptor, bytes.data(), bytes.size());
     if (written < 0) {
       if (errno == EINTR) continue;
-      if (errno == EPIPE) throw ReaderGone(errno, std::generic_category(), _path);
+      if (errno == EPIPE) throw Error(ErrorKind::kReaderGone, errno, _path);
       fail(_path);
     }
     bytes.remove_prefix(static_cast<size_t>(written));

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "exchange/terminal_text.h"
 
@@ -16,17 +15,9 @@ namespace cli {
 // closed.
 int claim_standard_output();
 
-// Whoever reads results from a pipe has seen enough: no fault, but nothing more can be delivered.
-class ReaderGone : public std::system_error {
- public:
-  using std::system_error::system_error;
-};
-
-// "FILE: REASON", on one line.
-std::string reason_of(const std::system_error& error);
-
 // Where results go. What a terminal could take for commands does not reach it. Every operation
-// throws std::system_error when the results cannot be delivered.
+// throws Error when the results cannot be delivered, of the kind kReaderGone when the reader of a
+// pipe has gone.
 class Output {
  public:
   // Takes over an open descriptor.
@@ -41,7 +32,6 @@ class Output {
 
   int descriptor() const { return _descriptor; }
 
-  // Throws ReaderGone when it is a pipe that nobody reads any more.
   void write(std::string_view text);
   // Nothing may be written afterwards. Without it a file leaves no trace.
   void finish();
@@ -56,7 +46,7 @@ class Output {
   std::string _temporary_path;  // empty when written to directly
 };
 
-// Throws std::system_error naming the file when it is already clear that an Output of this path
+// Throws Error naming the file when it is already clear that an Output of this path
 // cannot be finished.
 void check_writable(const std::string& path);
 

@@ -8,7 +8,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
-#include <system_error>
+
+#include "exchange/error.h"
 
 namespace cli {
 namespace {
@@ -41,15 +42,17 @@ RunFolder::RunFolder(const std::string& parent) {
   std::string folder = parent;
   if (folder.empty()) {
     folder = std::filesystem::temp_directory_path(error).string();
-    if (error) throw std::system_error(error, "the folder for temporary files");
+    if (error) {
+      throw Error(ErrorKind::kOutput, error.value(), "the folder for temporary files (TMPDIR)");
+    }
   } else {
     remove_leftovers(folder);
   }
   _path = folder + "/" + kPrefix + "XXXXXX";
   if (mkdtemp(_path.data()) == nullptr) {
-    throw std::system_error(errno, std::generic_category(), folder);
+    throw Error(ErrorKind::kOutput, errno, folder);
   }
-  _path = std::filesystem::absolute(_path).string();
+  _path = std::filesystem::absolute(_path, error).string();
   _lock = lock_folder(_path);
 }
 

@@ -10,7 +10,7 @@ namespace cli {
 class RunFolder {
  public:
   // Made in `parent`, where folders that runs left behind when they were killed are removed; in the
-  // system's folder for temporary files when `parent` is empty. Throws std::system_error.
+  // system's folder for temporary files when `parent` is empty. Throws Error.
   explicit RunFolder(const std::string& parent);
   ~RunFolder();
   RunFolder(const RunFolder&) = delete;

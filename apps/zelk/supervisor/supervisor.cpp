@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <list>
@@ -44,10 +45,19 @@ std::string journal_folder(const Options& options) {
   return folder.empty() ? "." : folder;
 }
 
+void make_output_folder(const std::string& folder) {
+  std::error_code ignored;
+  const auto status = std::filesystem::status(folder, ignored);
+  if (std::filesystem::exists(status) && !std::filesystem::is_directory(status)) {
+    throw Error(ErrorKind::kOutput, folder + " is no folder, --directory needs one");
+  }
+  make_folders(folder);
+}
+
 std::unique_ptr<Journal> open_journal(const Options& options) {
   if (!options.output.empty() && options.output != "-") check_writable(options.output);
   const std::string folder = journal_folder(options);
-  if (!options.directory.empty()) std::filesystem::create_directories(folder);
+  if (!options.directory.empty()) make_output_folder(folder);
   return folder.empty() ? nullptr : std::make_unique<Journal>(folder, options.resume);
 }
 
@@ -74,6 +84,7 @@ class Supervisor {
   void work();
   void tell_of_hopeless_inputs();
   void activate();
+  bool take_standard_input(InputDocument& input);
   std::optional<Job> next_job();
   std::optional<std::string> attach(DocumentRun& document, const std::string& digests);
   void deliver_ready();
@@ -124,7 +135,8 @@ Supervisor::Supervisor(const Options& options, EngineLocation engine, Inputs inp
 
 WorkerPool::Setting Supervisor::pool_setting() const {
   WorkerPool::Setting setting;
-  setting.start.engine_dir = std::filesystem::absolute(_engine.directory).string();
+  std::error_code ignored;
+  setting.start.engine_dir = std::filesystem::absolute(_engine.directory, ignored).string();
   setting.start.sandbox = _options.sandbox;
   setting.start.readable = readable_paths(_engine.directory, _engine.data_folder);
   setting.start.memory_limit_mib = _options.memory_limit;
@@ -170,12 +182,10 @@ ExitCode Supervisor::run(std::string& complaint) {
           fmt::format("no engine: {}{} {}", _engine.directory, kEngineFile, _pool.engine_failure());
       _exit_codes.insert(kNoEngine);
     }
-  } catch (const ReaderGone&) {
-    _totals.is_reader_gone = true;
-    _exit_codes.insert(kReaderGone);
-  } catch (const std::system_error& error) {
-    complaint = fmt::format("cannot write the output: {}", reason_of(error));
-    _exit_codes.insert(kOutputFailed);
+  } catch (const Error& error) {
+    complaint = sentence_of(error);
+    _totals.is_reader_gone = error.kind() == ErrorKind::kReaderGone;
+    _exit_codes.insert(exit_code_of(error));
   }
   if (_pool.engine_failure().empty()) interrupt();
   _pool.dismiss_all();
@@ -241,11 +251,27 @@ void Supervisor::activate() {
   for (int count = 0; count < wanted && _next_input < _inputs.documents.size(); ++count) {
     InputDocument& input = _inputs.documents[_next_input];
     const int id = static_cast<int>(++_next_input);
-    if (input.name == "-") {
-      input.files = {_folder.path("standard-input")};
-      spool_to_file(STDIN_FILENO, input.files.front());
-    }
+    if (input.name == "-" && !take_standard_input(input)) continue;
     _documents.push_back(std::make_unique<DocumentRun>(std::move(input), id, _document_setting));
+  }
+}
+
+// False when there is nothing to be read there, which has been told then.
+bool Supervisor::take_standard_input(InputDocument& input) {
+  input.files = {_folder.path("standard-input")};
+  try {
+    spool_to_file(STDIN_FILENO, "standard input", input.files.front());
+    return true;
+  } catch (const Error& error) {
+    if (error.kind() != ErrorKind::kInput) throw;
+    DocumentOutcome outcome;
+    outcome.name = input.name;
+    outcome.state = DocumentState::kUnreadable;
+    outcome.cause = error.number() == EISDIR  ? "standard input is a folder"
+                    : error.number() == EBADF ? "standard input is closed"
+                                              : error.what();
+    end(outcome);
+    return false;
   }
 }
 
@@ -358,6 +384,20 @@ void Supervisor::end(const DocumentOutcome& outcome) {
 }
 
 }  // namespace
+
+ExitCode exit_code_of(const Error& error) {
+  switch (error.kind()) {
+    case ErrorKind::kInput:
+      return kSomeInputsUnreadable;
+    case ErrorKind::kOutput:
+      return kOutputFailed;
+    case ErrorKind::kReaderGone:
+      return kReaderGone;
+    case ErrorKind::kSystem:
+      break;
+  }
+  return kNoEngine;  // no worker, so no engine either
+}
 
 ExitCode run_documents(const Options& options, EngineLocation engine, Inputs inputs,
                        Output& results, RunListener& listener, std::string& complaint) {

@@ -2,6 +2,7 @@
 #ifndef ZELK_APPS_SUPERVISOR_SUPERVISOR_H
 #define ZELK_APPS_SUPERVISOR_SUPERVISOR_H
 
+#include "exchange/error.h"
 #include "options/inputs.h"
 #include "options/options.h"
 #include "supervisor/engine_location.h"
@@ -15,6 +16,9 @@ namespace cli {
 // missing engine is told through `complaint`, which also names what else ended the run early.
 ExitCode run_documents(const Options& options, EngineLocation engine, Inputs inputs,
                        Output& results, RunListener& listener, std::string& complaint);
+
+// What a failure of the system means to the run as a whole.
+ExitCode exit_code_of(const Error& error);
 
 }  // namespace cli
 

@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "exchange/error.h"
+
 namespace cli {
 namespace {
 
@@ -62,12 +64,20 @@ void WorkerPool::start_worker(Place& place) {
 
 void WorkerPool::begin(Place& place) {
   place.page = 0;
+  if (place.job->document->is_finished()) {  // while the worker was starting
+    place.job.reset();
+    return;
+  }
   try {
     place.worker->send(place.job->document->prepare(*place.job, place.worker->scratch()));
     await_life(place);
-  } catch (const std::system_error& error) {
+  } catch (const Error& error) {
     const Job job = *std::exchange(place.job, std::nullopt);
-    job.document->handle_fault(job, 0, error.code().message());
+    if (error.kind() == ErrorKind::kOutput) {
+      job.document->finish(DocumentState::kOutputFailed, sentence_of(error));
+    } else {
+      job.document->handle_fault(job, 0, std::generic_category().message(error.number()));
+    }
   }
 }
 
@@ -151,9 +161,21 @@ void WorkerPool::handle(Place& place, const Event& event) {
     _peak_memory_kib = std::max(_peak_memory_kib, finished->memory_kib);
   }
   const Job job = *place.job;
-  job.document->handle(job, event, place.worker->scratch());
+  try {
+    job.document->handle(job, event, place.worker->scratch());
+  } catch (const Error& error) {
+    if (error.kind() != ErrorKind::kOutput) throw;
+    job.document->finish(DocumentState::kOutputFailed, sentence_of(error));
+  }
   if (const auto* const failed = std::get_if<JobFailed>(&event)) {
-    end_job(place)->handle_fault(job, std::exchange(place.page, 0), failed->reason);
+    const int page = std::exchange(place.page, 0);
+    DocumentRun* const document = end_job(place);
+    if (failed->is_output) {
+      const Error error(ErrorKind::kOutput, place.worker->path(failed->reason));
+      document->finish(DocumentState::kOutputFailed, sentence_of(error));
+    } else {
+      document->handle_fault(job, page, failed->reason);
+    }
   } else if (std::holds_alternative<JobDone>(event)) {
     end_job(place);
   }

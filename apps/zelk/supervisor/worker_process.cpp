@@ -18,6 +18,7 @@
 #include <sstream>
 #include <system_error>
 
+#include "exchange/error.h"
 #include "worker/worker.h"
 
 namespace cli {
@@ -28,13 +29,13 @@ constexpr std::size_t kLogTail = 4096;
 constexpr int kLowestPipe = 200;
 
 [[noreturn]] void fail(const char* what) {
-  throw std::system_error(errno, std::generic_category(), what);
+  throw Error(ErrorKind::kSystem, errno, what);
 }
 
 struct Pipe {
   Pipe() {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) fail("a pipe to a worker");
+    if (pipe2(ends, O_CLOEXEC) != 0) fail("a worker process (its pipes)");
     read_end = ends[0];
     write_end = ends[1];
   }
@@ -82,13 +83,13 @@ std::string signal_text(int number) {
 
 WorkerProcess::WorkerProcess(const std::string& scratch, bool echo)
     : _scratch(scratch), _echo(echo) {
-  std::filesystem::create_directory(scratch);
+  make_folders(scratch);
   const Pipe orders;
   const Pipe events;
   const Pipe log;
   const pid_t supervisor = getpid();
   _pid = fork();
-  if (_pid < 0) fail("a worker");
+  if (_pid < 0) fail("a worker process");
   if (_pid == 0)
     become_worker(scratch, supervisor, orders.read_end, events.write_end, log.write_end);
   setpgid(_pid, _pid);  // whichever of both comes first

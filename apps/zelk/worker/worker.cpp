@@ -15,6 +15,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "exchange/error.h"
 #include "exchange/files.h"
 #include "process/page_raster.h"
 #include "worker/decoder_messages.h"
@@ -93,6 +94,9 @@ class Worker {
     return 1;
   }
 
+    } catch (const Error& error) {
+      _pipe.send(JobFailed{error.what(), error.kind() == ErrorKind::kOutput});
+      return;
  private:
   template <typename Job>
   void do_job(const Job& job) {

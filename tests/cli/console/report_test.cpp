@@ -12,6 +12,7 @@
 
 #include "cli/console/scripted_run.h"
 #include "cli/options/scratch_folder.h"
+#include "exchange/error.h"
 
 namespace {
 
@@ -73,9 +74,9 @@ TEST_F(ReportFile, GrowsOnDiskAndNotInMemory) {
 }
 
 TEST_F(ReportFile, PlaceThatCannotBeWrittenIsAnError) {
-  EXPECT_THROW(cli::Report("none/r.json"), std::system_error);
+  EXPECT_THROW(cli::Report("none/r.json"), cli::Error);
   std::filesystem::create_directory("folder");
-  EXPECT_THROW(cli::Report("folder"), std::system_error);
+  EXPECT_THROW(cli::Report("folder"), cli::Error);
 }
 
 TEST_F(ReportFile, FullDiskIsTold) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 
+#include "exchange/error.h"
 #include "exchange/files.h"
 
 namespace {
@@ -68,7 +69,7 @@ TEST(PageRecord, IsReplacedAsAWholeInItsFile) {
   ASSERT_TRUE(cli::read_page_record(path).has_value());
   EXPECT_EQ(cli::read_page_record(path)->text, "text\n");
   EXPECT_FALSE(cli::read_page_record(path + ".new").has_value());
-  EXPECT_THROW(cli::write_page_record(folder + "/none/page", sample()), std::system_error);
+  EXPECT_THROW(cli::write_page_record(folder + "/none/page", sample()), cli::Error);
   std::filesystem::remove_all(folder);
 }
 

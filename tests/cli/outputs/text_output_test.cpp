@@ -2,6 +2,7 @@
 #include <system_error>
 
 #include "cli/outputs/Records.h"
+#include "exchange/error.h"
 
 namespace {
 
@@ -63,8 +64,8 @@ TEST_F(TextOutput, FullDiskAndMissingFolderAreErrorsThatNameTheFile) {
       try {
         write(order, name, {});
         ADD_FAILURE() << name;
-      } catch (const std::system_error& error) {
-        EXPECT_EQ(error.code().value(), name == "/dev/full" ? ENOSPC : ENOENT);
+      } catch (const cli::Error& error) {
+        EXPECT_EQ(error.number(), name == "/dev/full" ? ENOSPC : ENOENT);
         EXPECT_NE(std::string(error.what()).find(name), std::string::npos) << error.what();
       }
     }

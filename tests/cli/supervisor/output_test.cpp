@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "cli/supervisor/test_folder.h"
+#include "exchange/error.h"
 #include "exchange/files.h"
 
 namespace {
@@ -49,8 +50,8 @@ TEST(Output, WhatCannotBeWrittenIsKnownBefore) {
   cli::write_file(folder.path("out"), "old");
   EXPECT_NO_THROW(cli::check_writable(folder.path("out")));
   EXPECT_NO_THROW(cli::check_writable(folder.path("new")));
-  EXPECT_THROW(cli::check_writable(folder.path()), std::system_error);
-  EXPECT_THROW(cli::check_writable(folder.path("none/out")), std::system_error);
+  EXPECT_THROW(cli::check_writable(folder.path()), cli::Error);
+  EXPECT_THROW(cli::check_writable(folder.path("none/out")), cli::Error);
 }
 
 }  // namespace

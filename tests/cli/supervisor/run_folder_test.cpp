@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "cli/supervisor/test_folder.h"
+#include "exchange/error.h"
 #include "exchange/files.h"
 
 namespace {
@@ -47,9 +48,9 @@ TEST(RunFolder, AParentThatIsNotThereIsNamed) {
   try {
     const cli::RunFolder folder("/nowhere/at/all");
     FAIL() << "no exception";
-  } catch (const std::system_error& error) {
+  } catch (const cli::Error& error) {
     EXPECT_NE(std::string(error.what()).find("/nowhere/at/all"), std::string::npos);
-    EXPECT_EQ(error.code().value(), ENOENT);
+    EXPECT_EQ(error.number(), ENOENT);
   }
 }
 
