@@ -16,6 +16,7 @@
 #include "exchange/error.h"
 #include "exchange/names.h"
 #include "languages.h"
+#include "missing_language.h"
 #include "options/inputs.h"
 #include "options/options.h"
 #include "supervisor/delivery.h"
@@ -52,6 +53,11 @@ ExitCode recognize(const Options& options, const std::string& engine_dir, Output
   const std::string missing = cli::missing_engine_reason(engine_dir);
   if (!missing.empty()) {
     complain("no engine: " + missing);
+    return cli::kNoEngine;
+  }
+  const std::string lacking = cli::missing_language(engine_dir, options.language);
+  if (!lacking.empty()) {
+    complain("no engine: " + lacking);
     return cli::kNoEngine;
   }
   const bool writes_results =
@@ -129,10 +135,10 @@ int main(int argc, char** argv) {
   if (argc == 4 && std::string_view(argv[1]) == cli::kWorkerArgument) {
     return cli::run_worker(descriptor_in(argv[2]), descriptor_in(argv[3]));
   }
+  keep_standard_input_closed();
   Output results(cli::claim_standard_output());
   // A reader that has gone and a file that may not grow are found out by writing.
   const bool is_pipe_signal_ignored = std::signal(SIGPIPE, SIG_IGN) == SIG_IGN;
   std::signal(SIGXFSZ, SIG_IGN);
-  keep_standard_input_closed();
   return leave(run_command_line(argc, argv, results), is_pipe_signal_ignored);
 }

@@ -80,7 +80,7 @@ class DefaultEngine(ProgramTest):
         result = self.run_program("--lang", "tlh", DATA / "english.tif", engine=None)
         self.assert_result(result, 3, b"")
         self.assertIn(b"tlh", result.stderr)
-        self.assert_complains(result, "did not start")
+        self.assert_complains(result, "the package tesseract-ocr-tlh brings it")
 
     def test_version_is_about_what_the_engine_stands_on(self):
         text = self.recognize("--version")
