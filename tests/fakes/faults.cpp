@@ -35,6 +35,11 @@ void allocate() {
   }
 }
 
+// As a C++ library that catches nothing: most of what it takes is never touched.
+void reserve() noexcept {
+  for (;;) std::memset(new char[std::size_t{64} << 20], 1, 1);
+}
+
 void scribble() {
   const std::string garbage(100, '\xA5');
   for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) {
@@ -101,6 +106,7 @@ int commit_faults(int page_width) {
     for (;;) pause();
   }
   if (has_fault("allocate", page_width)) allocate();
+  if (has_fault("reserve", page_width)) reserve();
   if (has_fault("print", page_width)) print();
   if (has_fault("scribble", page_width)) scribble();
   if (has_fault("close", page_width)) {

@@ -7,6 +7,7 @@
 //   crash      reads a null pointer
 //   hang       never returns
 //   allocate   takes memory without end
+//   reserve    takes memory without end through new, and ends the process when there is no more
 //   print      fills standard output and standard error
 //   scribble   writes garbage to every descriptor that it can guess
 //   close      closes every descriptor that it can guess

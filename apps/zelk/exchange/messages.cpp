@@ -14,7 +14,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, pag
                                    pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure, name)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OutputOrder, file, page_count, pages, page_break)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder::Target, format, file)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder, document, targets)

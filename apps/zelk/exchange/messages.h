@@ -56,6 +56,7 @@ struct PagesOrder {
   std::vector<Page> pages;
   // Not empty: nothing is recognised, the records hold this failure and the picture.
   std::string failure;
+  std::string name = {};  // what failures begin with, of a list's picture; mostly empty
 };
 
 // Makes the outputs of a document from its records. Answers: OutputProgress after each page.
@@ -118,13 +119,16 @@ struct JobDone {};
 
 struct JobFailed {
   std::string reason;
-};
   bool is_output = false;  // a file cannot be written: the reason begins with its name
+};
 
 struct Bye {};
 
+// Memory was asked for in vain; the worker may crash of it.
+struct MemoryShort {};
+
 using Event = std::variant<Ready, Opened, Refused, PageStarted, PageFinished, OutputProgress,
-                           JobDone, JobFailed, Bye>;
+                           JobDone, JobFailed, Bye, MemoryShort>;
 
 // As the body of a frame. Texts may hold any bytes.
 std::string encode_order(const Order& order);

@@ -12,6 +12,7 @@
 #include "exchange/error.h"
 #include "exchange/files.h"
 #include "options/page_ranges.h"
+#include "supervisor/own_text_notice.h"
 
 namespace cli {
 namespace {
@@ -20,15 +21,6 @@ constexpr int kAttempts = 2;  // the second one alone in a fresh worker
 
 std::string output_name(std::size_t target) {
   return fmt::format("output-{}", target);
-}
-
-std::string own_text_notice(const std::vector<PageOutcome>& pages, bool was_taken) {
-  const auto count = std::count_if(pages.begin(), pages.end(),
-                                   [](const PageOutcome& page) { return page.has_own_text; });
-  if (count == 0) return "";
-  return fmt::format("{} of {} pages {}", count, pages.size(),
-                     was_taken ? "keep the text that they have already"
-                               : "have text already (--skip-text keeps it)");
 }
 
 int take_front(std::deque<int>& pages) {
@@ -54,10 +46,6 @@ DocumentRun::DocumentRun(InputDocument input, int id, const Setting& setting)
   for (const std::string& file : _input.files)
     _sources.push_back({file, "", false, false, 0, {}, ""});
   _outcome.name = _input.name;
-}
-
-bool DocumentRun::wants_pictures() const {
-  return needs_pictures(_input);
 }
 
 std::string DocumentRun::record_path(int page) const {
@@ -146,7 +134,7 @@ Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
     link_or_copy_file(_sources[job.source].path, scratch + "/" + input);
   }
   if (job.kind == Job::Kind::kOpen) return OpenOrder{input, _setting.attach != nullptr};
-  PagesOrder order{input, {}, job.failure};
+  PagesOrder order{input, {}, job.failure, list_name(job.source)};
   for (const int number : job.pages) order.pages.push_back({number, page(number).index});
   return order;
 }
@@ -192,8 +180,7 @@ void DocumentRun::handle_refused(const Job& job, const Refused& event) {
   // A picture of a list that cannot be opened is one page without a result.
   Source& source = _sources[job.source];
   source.opened = true;
-  const std::string name = std::filesystem::path(source.path).filename().string();
-  source.failure = fmt::format("{}: {}", name, event.reason);  // for outputs: no folders in it
+  source.failure = fmt::format("{}: {}", list_name(job.source), event.reason);
   source.pages = {{}};
 }
 
@@ -260,7 +247,7 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
       job.kind == Job::Kind::kPicture ||
       (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
   if (!is_final) {
-    handle_fault(job, event.number, event.failure);
+    lose_pages(job, event.number, event.failure);
     return;
   }
   _holders.erase(event.number);
@@ -294,6 +281,11 @@ void DocumentRun::handle_fault(const Job& job, int number, const std::string& ca
     if (++_assembly_attempts >= kAttempts) finish(DocumentState::kFailed, "no outputs: " + cause);
     return;
   }
+  const std::string name = list_name(job.source);
+  lose_pages(job, number, name.empty() ? cause : name + ": " + cause);
+}
+
+void DocumentRun::lose_pages(const Job& job, int number, const std::string& cause) {
   give_back(job, number);
   if (number > 0 && _holders.erase(number) > 0) fail_page(job, number, cause);
   settle(job);

@@ -18,6 +18,9 @@ namespace cli {
 
 class DocumentRun;
 
+// Pages of a document in JPEG are needed for these formats.
+bool needs_pictures(const InputDocument& input);
+
 // A piece of work for one worker.
 struct Job {
   enum class Kind { kOpen, kPages, kPicture, kAssemble };
@@ -109,11 +112,16 @@ class DocumentRun {
   void load_records();
   bool holds(const Job& job, int page) const;
   void give_back(const Job& job, int& number);
+  void lose_pages(const Job& job, int number, const std::string& cause);
+  // The picture that a page of a list is, as its number alone would tell little; else empty.
+  std::string list_name(std::size_t source) const {
+    return _sources.size() > 1 ? _input.files[source] : "";
+  }
   void fail_page(const Job& job, int number, const std::string& cause);
   void record_without_picture(int number, const std::string& cause);
   void page_done(const PageOutcome& outcome);
   void check_pages();
-  bool wants_pictures() const;
+  bool wants_pictures() const { return needs_pictures(_input); }
   std::string record_path(int page) const;
   Page& page(int number) { return _pages[static_cast<std::size_t>(number) - 1]; }
   const Page& page(int number) const { return _pages[static_cast<std::size_t>(number) - 1]; }
@@ -138,9 +146,6 @@ class DocumentRun {
   bool _assembly_given_out = false;
   DocumentOutcome _outcome;
 };
-
-// Pages of a document in JPEG are needed for these formats.
-bool needs_pictures(const InputDocument& input);
 
 }  // namespace cli
 

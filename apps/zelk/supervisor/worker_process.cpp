@@ -149,7 +149,11 @@ void WorkerProcess::receive(std::vector<Event>& events) {
   while ((count = read(_events, buffer.data(), buffer.size())) > 0) {
     _frames.feed({buffer.data(), static_cast<std::size_t>(count)});
     while (const std::optional<std::string> body = _frames.next()) {
-      if (std::optional<Event> event = decode_event(*body)) events.push_back(std::move(*event));
+      std::optional<Event> event = decode_event(*body);
+      if (!event) continue;
+      if (std::holds_alternative<PageStarted>(*event)) _was_short_of_memory = false;
+      if (std::holds_alternative<MemoryShort>(*event)) _was_short_of_memory = true;
+      events.push_back(std::move(*event));
     }
   }
   if (count == 0 || (errno != EAGAIN && errno != EINTR)) _ended = true;
@@ -203,7 +207,8 @@ std::string WorkerProcess::cause_of_end(int memory_limit_mib) {
   if (WTERMSIG(_status) == SIGKILL) return "was killed";
   const std::string crash = fmt::format("crashed ({})", signal_text(WTERMSIG(_status)));
   const bool was_full =
-      memory_limit_mib > 0 && _peak_memory_kib / 1024 >= memory_limit_mib * 8 / 10;
+      memory_limit_mib > 0 &&
+      (_was_short_of_memory || _peak_memory_kib / 1024 >= memory_limit_mib * 8 / 10);
   return was_full
              ? fmt::format("{}, short of memory: --memory-limit is {}", crash, memory_limit_mib)
              : crash;

@@ -18,7 +18,7 @@ namespace cli {
 // orders and events, a third for what it and its engine print.
 class WorkerProcess {
  public:
-  // Starts the program anew as a worker. Throws std::system_error.
+  // Starts the program anew as a worker. Throws Error.
   // `echo`: what it prints goes to standard error.
   WorkerProcess(const std::string& scratch, bool echo);
   // Kills the process with all that it started and removes the scratch folder.
@@ -68,6 +68,7 @@ class WorkerProcess {
   std::string _log_tail;
   bool _ended = false;
   bool _reaped = false;
+  bool _was_short_of_memory = false;
   int _status = 0;
   long _peak_memory_kib = 0;
 };

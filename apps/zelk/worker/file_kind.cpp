@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "worker/document_pages.h"
+#include "worker/foreign_content.h"
 
 namespace cli {
 namespace {
@@ -56,7 +57,14 @@ FileKind kind_of_file(const std::string& path) {
     return {false, format};
   }
   if (has_pdf_header(path)) return {true, -1};
-  throw UnreadableDocument("the content is neither a picture of a known kind nor a PDF", false);
+  if (holds_only_zeros(path)) {
+    throw UnreadableDocument("the file holds nothing but zero bytes, it was not copied to its end",
+                             false);
+  }
+  const std::string found = foreign_content(path);
+  throw UnreadableDocument("the content is neither a picture of a known kind nor a PDF" +
+                               (found.empty() ? "" : ", it is " + found),
+                           false);
 }
 
 }  // namespace cli

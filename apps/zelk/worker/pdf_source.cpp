@@ -7,11 +7,16 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <new>
 
 #include "readers/pdf_page_pictures.h"
 #include "readers/pdf_page_size.h"
 #include "readers/pdf_page_text.h"
 #include "readers/pdfiumreader.h"
+#include "worker/memory_limit.h"
 #include "worker/pdf_decryption.h"
 #include "worker/pdf_text_layout.h"
 
@@ -57,6 +62,18 @@ std::string damage_of(const PdfPictureLosses& losses) {
   return "";
 }
 
+// A PDF is read from its end.
+std::string refusal(const std::string& path) {
+  constexpr std::streamoff kEnd = 2048;
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  const std::streamoff size = file.tellg();
+  file.seekg(std::max<std::streamoff>(0, size - kEnd));
+  const std::string end(std::istreambuf_iterator<char>(file), {});
+  return end.find("%%EOF") != std::string::npos
+             ? "the PDF is damaged"
+             : "the PDF is damaged: the file is cut off, it does not end in %%EOF";
+}
+
 }  // namespace
 
 void PdfSource::CloseReader::operator()(pdfiumreader* reader) const {
@@ -76,7 +93,7 @@ PdfSource::PdfSource(const std::string& path, const PageSettings& settings,
   if (_reader->_pdf_doc == nullptr && decrypt_pdf(path, settings.password, decrypted_path)) {
     _reader = open(decrypted_path);
   }
-  if (_reader->_pdf_doc == nullptr) throw UnreadableDocument("the PDF is damaged", false);
+  if (_reader->_pdf_doc == nullptr) throw UnreadableDocument(refusal(path), false);
   if (_reader->_page_num < 1) throw UnreadableDocument("the PDF has no pages", false);
 }
 
@@ -103,6 +120,10 @@ PreparedPage PdfSource::prepare(int index) {
   _reader->_pdf_resolution = page.dots_per_inch;
   page.bitmap.reset(_reader->get_cur_image(index));
   if (page.bitmap == nullptr) {
+    // Four bytes a pixel while it is rendered, three as the page.
+    const double bytes = 7.0 * whole_pixels(size.width, page.dots_per_inch) *
+                         whole_pixels(size.height, page.dots_per_inch);
+    if (limit_forbids(static_cast<std::uint64_t>(bytes))) throw std::bad_alloc();
     throw UnreadablePage(size.width > 0 && size.height > 0
                              ? fmt::format("the page, {:.6g} x {:.6g} points at {} dots per inch, "
                                            "cannot be rendered",

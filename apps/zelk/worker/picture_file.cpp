@@ -5,19 +5,27 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <new>
 
 #include "readers/netpbm_header.h"
 #include "worker/decoder_messages.h"
 #include "worker/gif_header.h"
 #include "worker/jpeg_messages.h"
 #include "worker/libtiff_page.h"
+#include "worker/memory_limit.h"
+#include "worker/picture_damage.h"
 #include "worker/picture_preparation.h"
 
 namespace cli {
 namespace {
 
-constexpr const char* kNotDecodable = "the content is not a picture that can be decoded";
+// Why a decoder gave nothing.
+std::string refusal(const std::string& path, int format) {
+  const std::string damage = picture_damage(path, format);
+  return "the content is not a picture that can be decoded" + (damage.empty() ? "" : ": " + damage);
+}
 
 int exif_orientation(FIBITMAP* header) {
   FITAG* tag = nullptr;
@@ -40,7 +48,7 @@ PictureHeader read_header(FIBITMAP* header) {
 // FreeImage decodes GIF files at once when asked for their header.
 PictureHeader gif_header(const std::string& path) {
   const std::optional<GifSize> size = first_picture_size(path);
-  if (!size) throw UnreadablePage(kNotDecodable);
+  if (!size) throw UnreadablePage(refusal(path, FIF_GIF));
   PictureHeader result;
   result.width = size->width;
   result.height = size->height;
@@ -64,7 +72,7 @@ PictureFile::PictureFile(const std::string& path, int format) : _path(path), _fo
   if (format != FIF_TIFF) return;
   _tags = read_tiff_tags(path);
   _picture_count = static_cast<int>(_tags.size());
-  if (_tags.empty()) throw UnreadableDocument(kNotDecodable, false);
+  if (_tags.empty()) throw UnreadableDocument(refusal(path, format), false);
 }
 
 PictureStream PictureFile::stream() const {
@@ -83,9 +91,9 @@ PictureHeader PictureFile::header(int index) const {
 
 PictureHeader PictureFile::plain_header() const {
   if (_format == FIF_GIF) return gif_header(_path);
-  if (is_impossible_netpbm(_format, _path.c_str())) throw UnreadablePage(kNotDecodable);
+  if (is_impossible_netpbm(_format, _path.c_str())) throw UnreadablePage(refusal(_path, _format));
   const PageBitmap header = stream().load(_format, FIF_LOAD_NOPIXELS);
-  if (header == nullptr) throw UnreadablePage(kNotDecodable);
+  if (header == nullptr) throw UnreadablePage(refusal(_path, _format));
   PictureHeader result = read_header(header.get());
   result.is_opaque = _bmp && _bmp->masks && _bmp->masks->back() == 0;
   return result;
@@ -98,7 +106,7 @@ PictureHeader PictureFile::tiff_header(const TiffTags& tags) const {
   } else if (const auto header = libtiff_header(_path, tags.place)) {
     result = *header;
   } else {
-    throw UnreadablePage(kNotDecodable);
+    throw UnreadablePage(refusal(_path, _format));
   }
   // Where a page has no resolution FreeImage gives 300 dots per inch, and of its orientation
   // nothing. Where it does not say how many samples a pixel has FreeImage takes its neighbour for
@@ -124,10 +132,19 @@ PageBitmap PictureFile::decode(int index, const PictureHeader& header, std::stri
   return bitmap;
 }
 
+// Decoders give nothing too when memory is short.
+void PictureFile::fail_to_decode(const PictureHeader& header) const {
+  constexpr std::uint64_t kBytesPerPixel = 3;
+  if (limit_forbids(std::uint64_t{header.width} * header.height * kBytesPerPixel)) {
+    throw std::bad_alloc();
+  }
+  throw UnreadablePage(refusal(_path, _format));
+}
+
 PageBitmap PictureFile::decode_plain(const PictureHeader& header, std::string& damage) const {
   PictureStream file = stream();
   const PageBitmap bitmap = file.load(_format, 0);
-  if (bitmap == nullptr) throw UnreadablePage(kNotDecodable);
+  if (bitmap == nullptr) fail_to_decode(header);
   if (is_plain(_format) && file.ended_early()) {
     damage = "part of the picture is missing (the file ends too early)";
   }
@@ -141,7 +158,7 @@ PageBitmap PictureFile::decode_tiff(const TiffTags& tags, PictureHeader header) 
     page = libtiff_bitmap(_path, tags.place);
     header.orientation = tags.orientation;  // libtiff is told not to mirror
   }
-  if (page == nullptr) throw UnreadablePage(kNotDecodable);
+  if (page == nullptr) fail_to_decode(header);
   return prepared_picture(page.get(), header);
 }
 

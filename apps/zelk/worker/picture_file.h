@@ -28,6 +28,7 @@ class PictureFile {
   PageBitmap decode(int index, const PictureHeader& header, std::string& damage) const;
 
  private:
+  [[noreturn]] void fail_to_decode(const PictureHeader& header) const;
   PictureHeader plain_header() const;
   PictureHeader tiff_header(const TiffTags& tags) const;
   PageBitmap decode_plain(const PictureHeader& header, std::string& damage) const;

@@ -20,6 +20,7 @@
 #include "process/page_raster.h"
 #include "worker/decoder_messages.h"
 #include "worker/document_pages.h"
+#include "worker/memory_limit.h"
 #include "worker/order_pipe.h"
 #include "worker/page_recognizer.h"
 #include "worker/sandbox.h"
@@ -63,19 +64,9 @@ void write_output(const AssembleOrder::Target& target, const OutputOrder& docume
   }
 }
 
-void limit_memory(int mebibytes) {
-#if defined(__SANITIZE_ADDRESS__)
-  return;  // its shadow takes terabytes of address space
-#endif
-  if (mebibytes <= 0) return;
-  const struct rlimit limit = {static_cast<rlim_t>(mebibytes) << 20, static_cast<rlim_t>(mebibytes)
-                                                                         << 20};
-  setrlimit(RLIMIT_AS, &limit);
-}
-
 class Worker {
  public:
-  Worker(int orders, int events) : _pipe(orders, events) {}
+  Worker(int orders, int events) : _pipe(orders, events), _events(events) {}
 
   int run() {
     while (std::optional<Order> order = _pipe.receive()) {
@@ -94,9 +85,6 @@ class Worker {
     return 1;
   }
 
-    } catch (const Error& error) {
-      _pipe.send(JobFailed{error.what(), error.kind() == ErrorKind::kOutput});
-      return;
  private:
   template <typename Job>
   void do_job(const Job& job) {
@@ -105,6 +93,9 @@ class Worker {
     } catch (const std::bad_alloc&) {
       _document.reset();
       _pipe.send(JobFailed{memory_failure()});
+      return;
+    } catch (const Error& error) {
+      _pipe.send(JobFailed{error.what(), error.kind() == ErrorKind::kOutput});
       return;
     } catch (const std::exception& error) {
       _pipe.send(JobFailed{error.what()});
@@ -132,6 +123,7 @@ class Worker {
   }
 
   OrderPipe _pipe;
+  int _events;
   StartOrder _settings;
   PageRecognizer _recognizer;
   std::unique_ptr<DocumentPages> _document;  // stays open from one window to the next
@@ -141,10 +133,14 @@ class Worker {
 
 void Worker::start(const StartOrder& order) {
   _settings = order;
-  limit_memory(order.memory_limit_mib);
+  limit_memory(order.memory_limit_mib, _events);
   silence_decoders();
   Ready ready;
   ready.failure = _recognizer.start(order.engine_dir);
+  constexpr std::uint64_t kLibrary = std::uint64_t{16} << 20;  // one that could not be mapped
+  if (!ready.failure.empty() && (take_memory_was_short() || limit_forbids(kLibrary))) {
+    ready.failure += ": " + memory_failure();
+  }
   if (order.sandbox && ready.failure.empty()) ready.sandbox_gap = enter_sandbox(order.readable);
   _pipe.send(ready);
 }
@@ -208,7 +204,10 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
     note_damage(page, record);
     record.dots_per_inch = page.dots_per_inch;
     ofd::stamp_resolution(page.bitmap.get(), page.dots_per_inch);
+    take_memory_was_short();  // what was short until now has done no harm
     if (order.failure.empty() && record.failure.empty()) recognize(index, page, record);
+    if (!record.failure.empty() && take_memory_was_short())
+      record.failure += ": " + memory_failure();
     if (_settings.pictures) add_picture(page.bitmap.get(), record);
     if (!order.failure.empty()) record.failure = order.failure;
   } catch (const UnreadablePage& error) {
@@ -217,6 +216,9 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
   } catch (const std::bad_alloc&) {
     record.failure = memory_failure();
   }
+  // What order.failure tells has the name already.
+  const bool is_news = !record.failure.empty() && record.failure != order.failure;
+  if (is_news && !order.name.empty()) record.failure = order.name + ": " + record.failure;
 }
 
 void Worker::note_damage(const PreparedPage& page, PageRecord& record) {
