@@ -129,6 +129,11 @@ class Retried(ProgramTest):
         self.assert_result(result, 0)
         self.assert_recognised(result, 1)
 
+    def test_an_engine_may_know_languages_of_its_own(self):
+        # The default engine's data of such a language is missing, which is none of this engine's.
+        result = self.recognize("--resume", "--lang", "other")
+        self.assert_result(result, 0)
+
     def test_without_resume_a_delivered_document_leaves_no_journal(self):
         result = self.recognize(faults="refuse@72")
         self.assertEqual(result.returncode, 5)

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "exchange/error.h"
 #include "exchange/files.h"
 
 namespace cli {
@@ -28,8 +29,8 @@ constexpr std::size_t kMostFiles = 4096;  // in the engine's folder; no engine h
 std::string whole_digest(const std::string& path) {
   try {
     return digest_of_file(path);
-  } catch (const std::system_error& error) {
-    return error.code().message();
+  } catch (const Error& error) {
+    return std::to_string(error.number());
   }
 }
 

@@ -103,7 +103,7 @@ std::string foreign_content(const std::string& path) {
       return known.name;
     }
   }
-  const std::string markup = markup_of(start);
+  std::string markup = markup_of(start);
   if (!markup.empty()) return markup;
   return is_text(start) ? "a text" : "";
 }

@@ -105,7 +105,7 @@ TEST(DocumentPages, PdfHeaderMayLieAnywhereInTheFirstKilobyte) {
   EXPECT_EQ(refusal(folder.path("late.pdf")), "");
   write_file(folder.path("later.pdf"), std::string(1020, '\n') + pdf);
   EXPECT_EQ(refusal(folder.path("later.pdf")),
-            "the content is neither a picture of a known kind nor a PDF");
+            "the content is neither a picture of a known kind nor a PDF, it is a text");
 }
 
 TEST(DocumentPages, FilesThatAreNoDocumentsAreRefusedWithTheReason) {
@@ -115,15 +115,24 @@ TEST(DocumentPages, FilesThatAreNoDocumentsAreRefusedWithTheReason) {
   write_file(folder.path("damaged.pdf"), "%PDF-1.7\nnothing else");
   write_file(folder.path("damaged.tif"), std::string("II*\0\xFF\0\0\0", 8));
   write_pdf(folder.path("none.pdf"), {});
+  write_file(folder.path("page.tif"), "<?xml version='1.0'?>\n<SVG/>");
+  write_file(folder.path("noise.tif"), "\x01\x02\x03");
+  write_file(folder.path("zeros.tif"), std::string(100, '\0'));
   const std::string unknown = "the content is neither a picture of a known kind nor a PDF";
   EXPECT_EQ(refusal(folder.path("")), "is a directory");
   EXPECT_EQ(refusal("/dev/null"), "is not a regular file");
   EXPECT_EQ(refusal(folder.path("missing.png")), "No such file or directory");
   EXPECT_EQ(refusal(folder.path("empty.pdf")), "the file is empty");
-  EXPECT_EQ(refusal(folder.path("text.png")), unknown);
-  EXPECT_EQ(refusal(folder.path("damaged.pdf")), "the PDF is damaged");
+  EXPECT_EQ(refusal(folder.path("text.png")), unknown + ", it is a text");
+  EXPECT_EQ(refusal(folder.path("page.tif")), unknown + ", it is an SVG drawing");
+  EXPECT_EQ(refusal(folder.path("noise.tif")), unknown);
+  EXPECT_EQ(refusal(folder.path("zeros.tif")),
+            "the file holds nothing but zero bytes, it was not copied to its end");
+  EXPECT_EQ(refusal(folder.path("damaged.pdf")),
+            "the PDF is damaged: the file is cut off, it does not end in %%EOF");
   EXPECT_EQ(refusal(folder.path("damaged.tif")),
-            "the content is not a picture that can be decoded");
+            "the content is not a picture that can be decoded: the file is cut off: its directory "
+            "is at byte 255, it has 8 bytes");
   EXPECT_EQ(refusal(folder.path("none.pdf")), "the PDF has no pages");
 }
 
@@ -145,9 +154,12 @@ TEST(DocumentPages, PagesThatDoNotExistAreNoPages) {
 
 TEST(DocumentPages, DamagedPictureIsAPageWithAReason) {
   const std::string reason = "the content is not a picture that can be decoded";
-  for (const char* name : {"truncated-half.png", "pillow-truncated.png", "pillow-crash-0e16.tif"}) {
-    EXPECT_EQ(page_refusal(kData + "/hostile/" + name), reason) << name;
+  for (const char* name : {"truncated-half.png", "pillow-truncated.png"}) {
+    EXPECT_EQ(page_refusal(kData + "/hostile/" + name),
+              reason + ": the file is cut off within its chunk IDAT")
+        << name;
   }
+  EXPECT_EQ(page_refusal(kData + "/hostile/pillow-crash-0e16.tif"), reason);
 }
 
 TEST(DocumentPages, DamagedPageLeavesTheOthersOfItsTiff) {
