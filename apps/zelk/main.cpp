@@ -21,6 +21,7 @@
 #include "options/options.h"
 #include "supervisor/delivery.h"
 #include "supervisor/engine_location.h"
+#include "supervisor/exit_codes.h"
 #include "supervisor/output.h"
 #include "supervisor/supervisor.h"
 #include "versions.h"

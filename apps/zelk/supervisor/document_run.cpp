@@ -184,6 +184,11 @@ void DocumentRun::handle_refused(const Job& job, const Refused& event) {
   source.pages = {{}};
 }
 
+std::string DocumentRun::list_name(std::size_t source) const {
+  if (_sources.size() < 2) return "";
+  return std::filesystem::path(_input.files[source]).filename().string();
+}
+
 // The next step is taken only when a worker is free again: it will be given that step.
 void DocumentRun::settle(const Job& job) {
   if (job.kind == Job::Kind::kOpen) open_pages();

@@ -114,9 +114,7 @@ class DocumentRun {
   void give_back(const Job& job, int& number);
   void lose_pages(const Job& job, int number, const std::string& cause);
   // The picture that a page of a list is, as its number alone would tell little; else empty.
-  std::string list_name(std::size_t source) const {
-    return _sources.size() > 1 ? _input.files[source] : "";
-  }
+  std::string list_name(std::size_t source) const;
   void fail_page(const Job& job, int number, const std::string& cause);
   void record_without_picture(int number, const std::string& cause);
   void page_done(const PageOutcome& outcome);

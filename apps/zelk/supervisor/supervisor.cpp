@@ -19,6 +19,7 @@
 #include "supervisor/delivery.h"
 #include "supervisor/document_run.h"
 #include "supervisor/engine_identity.h"
+#include "supervisor/exit_codes.h"
 #include "supervisor/interruption.h"
 #include "supervisor/journal.h"
 #include "supervisor/readable_paths.h"
@@ -197,11 +198,7 @@ ExitCode Supervisor::run(std::string& complaint) {
   getrusage(RUSAGE_SELF, &usage);
   _totals.supervisor_memory_kib = usage.ru_maxrss;
   _listener.run_finished(_totals);
-  for (const ExitCode code : {kInterrupted, kReaderGone, kOutputFailed, kNoEngine, kFailedDocuments,
-                              kPasswordNeeded, kSomeInputsUnreadable, kDeliveredWithFailedPages}) {
-    if (_exit_codes.contains(code)) return code;
-  }
-  return kAllDone;
+  return first_of(_exit_codes);
 }
 
 void Supervisor::work() {
@@ -359,45 +356,11 @@ void Supervisor::end(const DocumentOutcome& outcome) {
   ++_totals.documents;
   _totals.pages += static_cast<int>(outcome.pages.size());
   for (const PageOutcome& page : outcome.pages) _totals.failed_pages += !page.failure.empty();
-  switch (outcome.state) {
-    case DocumentState::kDelivered:
-    case DocumentState::kSkipped:
-    case DocumentState::kInterrupted:
-      break;
-    case DocumentState::kDeliveredWithFailedPages:
-      _exit_codes.insert(kDeliveredWithFailedPages);
-      break;
-    case DocumentState::kUnreadable:
-      _exit_codes.insert(kSomeInputsUnreadable);
-      break;
-    case DocumentState::kPasswordNeeded:
-      _exit_codes.insert(kPasswordNeeded);
-      break;
-    case DocumentState::kFailed:
-      _exit_codes.insert(kFailedDocuments);
-      break;
-    case DocumentState::kOutputFailed:
-      _exit_codes.insert(kOutputFailed);
-      break;
-  }
+  _exit_codes.insert(exit_code_of(outcome.state));
   _listener.document_finished(outcome);
 }
 
 }  // namespace
-
-ExitCode exit_code_of(const Error& error) {
-  switch (error.kind()) {
-    case ErrorKind::kInput:
-      return kSomeInputsUnreadable;
-    case ErrorKind::kOutput:
-      return kOutputFailed;
-    case ErrorKind::kReaderGone:
-      return kReaderGone;
-    case ErrorKind::kSystem:
-      break;
-  }
-  return kNoEngine;  // no worker, so no engine either
-}
 
 ExitCode run_documents(const Options& options, EngineLocation engine, Inputs inputs,
                        Output& results, RunListener& listener, std::string& complaint) {

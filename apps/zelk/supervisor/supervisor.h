@@ -17,9 +17,6 @@ namespace cli {
 ExitCode run_documents(const Options& options, EngineLocation engine, Inputs inputs,
                        Output& results, RunListener& listener, std::string& complaint);
 
-// What a failure of the system means to the run as a whole.
-ExitCode exit_code_of(const Error& error);
-
 }  // namespace cli
 
 #endif  // ZELK_APPS_SUPERVISOR_SUPERVISOR_H
