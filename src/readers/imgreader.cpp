@@ -5,6 +5,7 @@
 
 #include "readers/netpbm_header.h"
 #include "readers/page_limit.h"
+#include "readers/quiet_libtiff.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ FIBITMAP* decode(const char* image_file) {
 }  // namespace
 
 int imgreader::load_image(const char* image_file, int) {
+  const QuietLibtiff quiet;
   _page_num = 0;
   FIBITMAP* const src_image = decode(image_file);
   if (src_image == nullptr) return 0;

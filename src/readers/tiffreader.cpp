@@ -4,6 +4,7 @@
 #include <FreeImage.h>
 
 #include "readers/page_limit.h"
+#include "readers/quiet_libtiff.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ bool page_may_be_decoded(const std::string& path, int id) {
 }  // namespace
 
 int tiffreader::load_image(const char* image_tif_file, int) {
+  const QuietLibtiff quiet;
   _page_num = 0;
   _image_document = image_tif_file;
   _tiff_handle = open_file(_image_document, 0);
@@ -37,6 +39,7 @@ int tiffreader::load_image(const char* image_tif_file, int) {
 }
 
 FIBITMAP* tiffreader::get_cur_image(int id) {
+  const QuietLibtiff quiet;
   if (id < 0 || id >= _page_num || !page_may_be_decoded(_image_document, id)) return nullptr;
   FIBITMAP* const cur_page = FreeImage_LockPage(_tiff_handle, id);
   if (cur_page == nullptr) return nullptr;
