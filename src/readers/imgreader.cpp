@@ -3,13 +3,22 @@
 
 #include <FreeImage.h>
 
+#include <vector>
+
 #include "readers/netpbm_header.h"
 #include "readers/page_limit.h"
 #include "readers/quiet_libtiff.h"
+#include "readers/tiff_directories.h"
 
 namespace {
 
+bool first_tiff_page_may_be_decoded(const char* image_file) {
+  const std::vector<bool> pages = TiffDirectories(image_file).decodable_pages();
+  return !pages.empty() && pages.front();
+}
+
 bool header_may_be_decoded(FREE_IMAGE_FORMAT type, const char* image_file) {
+  if (type == FIF_TIFF) return first_tiff_page_may_be_decoded(image_file);
   if (is_impossible_netpbm(type, image_file)) return false;
   if (!FreeImage_FIFSupportsNoPixels(type)) return true;
   FIBITMAP* const header = FreeImage_Load(type, image_file, FIF_LOAD_NOPIXELS);

@@ -3,10 +3,12 @@
 
 #include <FreeImage.h>
 
-#include <cstdint>
+bool may_be_decoded(std::uint64_t width, std::uint64_t height) {
+  constexpr std::uint64_t kMaxPixels = 0x7FFFFFFF;
+  return width == 0 || height <= kMaxPixels / width;
+}
 
 bool may_be_decoded(FIBITMAP* header) {
-  constexpr std::uint64_t kMaxPixels = 0x7FFFFFFF;
   if (header == nullptr) return true;  // decoding will tell why
-  return std::uint64_t{FreeImage_GetWidth(header)} * FreeImage_GetHeight(header) <= kMaxPixels;
+  return may_be_decoded(FreeImage_GetWidth(header), FreeImage_GetHeight(header));
 }

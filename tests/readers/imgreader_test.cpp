@@ -7,6 +7,7 @@
 
 #include "support/Documents.h"
 #include "support/HeapGrowth.h"
+#include "support/MadeTiff.h"
 
 namespace {
 
@@ -154,6 +155,17 @@ TEST(imgreader, FailedConversionIsOnePageThatIsMissing) {
   imgreader reader;
   EXPECT_EQ(reader.load_image(folder.path("complex.tif").c_str(), 200), 1);
   EXPECT_EQ(reader.get_cur_image(0), nullptr);
+}
+
+TEST(imgreader, ThumbnailTooLargeToBeDecodedIsAFileThatCannotBeRead) {
+  const ScratchFolder folder;
+  write_file(folder.path("good.tif"), made_tiff({{4, {3}}}));
+  write_file(folder.path("bad.tif"), made_tiff({{4, {60000}}}));
+  imgreader good;
+  EXPECT_EQ(good.load_image(folder.path("good.tif").c_str(), 200), 1);
+  FreeImage_Unload(good.get_cur_image(0));
+  imgreader bad;
+  EXPECT_EQ(bad.load_image(folder.path("bad.tif").c_str(), 200), 0);
 }
 
 }  // namespace

@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-
 #include "support/Documents.h"
+#include "support/MadeTiff.h"
 
 namespace {
 
@@ -58,35 +57,10 @@ TEST(tiffreader, UnreadableFilesGiveNoPages) {
   }
 }
 
-std::string little_endian(std::uint32_t value, int bytes) {
-  std::string text;
-  for (int shift = 0; shift < 8 * bytes; shift += 8)
-    text += static_cast<char>(value >> shift & 0xFF);
-  return text;
-}
-
-// The directory of an uncompressed grey page of 8 bits a pixel whose one strip lies at `strip`.
-std::string directory(std::uint32_t side, std::uint32_t strip, std::uint32_t next) {
-  const std::uint32_t entries[][2] = {{256, side}, {257, side}, {258, 8},
-                                      {259, 1},    {262, 1},    {273, strip},
-                                      {277, 1},    {278, side}, {279, side * side}};
-  std::string text = little_endian(9, 2);
-  for (const auto& [tag, value] : entries) {
-    text +=
-        little_endian(tag, 2) + little_endian(4, 2) + little_endian(1, 4) + little_endian(value, 4);
-  }
-  return text + little_endian(next, 4);
-}
-
 TEST(tiffreader, PageThatCannotBeDecodedIsMissing) {
-  constexpr std::uint32_t kDirectory = 2 + 9 * 12 + 4;
-  const std::uint32_t strip = 8 + 3 * kDirectory;
   const ScratchFolder folder;
   const std::string path = folder.path("gap.tif");
-  write_file(path, "II*" + std::string(1, '\0') + little_endian(8, 4) +
-                       directory(4, strip, 8 + kDirectory) +
-                       directory(60000, 0xFFFFFF00U, 8 + 2 * kDirectory) + directory(4, strip, 0) +
-                       std::string(16, '\x80'));
+  write_file(path, made_tiff({{4}, {60000}, {4}}));
   tiffreader reader;
   ASSERT_EQ(reader.load_image(path.c_str(), 200), 3);
   FIBITMAP* const first = reader.get_cur_image(0);
@@ -96,6 +70,20 @@ TEST(tiffreader, PageThatCannotBeDecodedIsMissing) {
   EXPECT_EQ(FreeImage_GetWidth(third), 4U);
   FreeImage_Unload(first);
   FreeImage_Unload(third);
+  reader.free_image();
+}
+
+TEST(tiffreader, GifInAFileOfThatNameIsRead) {
+  const ScratchFolder folder;
+  const std::string path = folder.path("a.tif");
+  FIBITMAP* const grey = FreeImage_Allocate(5, 4, 8, 0, 0, 0);
+  ASSERT_TRUE(FreeImage_Save(FIF_GIF, grey, path.c_str(), 0));
+  FreeImage_Unload(grey);
+  tiffreader reader;
+  ASSERT_EQ(reader.load_image(path.c_str(), 200), 1);
+  FIBITMAP* const page = reader.get_cur_image(0);
+  EXPECT_EQ(FreeImage_GetWidth(page), 5U);
+  FreeImage_Unload(page);
   reader.free_image();
 }
 
