@@ -3,7 +3,8 @@
 
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
-#include <qpdf/QPDFCryptoProvider.hh>
+
+#include <array>
 
 namespace zelk::pdf {
 
@@ -39,9 +40,8 @@ void append_big_endian(std::string& bytes, std::uint64_t value, int count) {
 
 }  // namespace
 
-ObjectFile::ObjectFile(const std::string& name)
-    : _output(name), _digest(QPDFCryptoProvider::getImpl()), _places(1) {
-  _digest->SHA2_init(256);
+ObjectFile::ObjectFile(const std::string& name) : _output(name), _digest(), _places(1) {
+  sha256_init(&_digest);
   // Version 1.5 brought object streams. Bytes above 127 tell transfer programs that this is no
   // text.
   write("%PDF-1.5\n%\xE2\xE3\xCF\xD3\n");
@@ -125,15 +125,14 @@ void ObjectFile::write_cross_reference(int number, QPDFObjectHandle trailer) {
 }
 
 void ObjectFile::write(std::string_view bytes) {
-  if (_digest) _digest->SHA2_update(octets(bytes), bytes.size());
+  sha256_update(&_digest, bytes.size(), octets(bytes));
   _output.write(bytes);
 }
 
 std::string ObjectFile::end_digest() {
-  _digest->SHA2_finalize();
-  const std::string digest = _digest->SHA2_digest();
-  _digest.reset();
-  return digest.substr(0, kIdentifierSize);
+  std::array<std::uint8_t, kIdentifierSize> digest{};
+  sha256_digest(&_digest, digest.size(), digest.data());
+  return {digest.begin(), digest.end()};
 }
 
 }  // namespace zelk::pdf

@@ -2,9 +2,9 @@
 #ifndef ZELK_PDFPRODUCER_OBJECT_FILE_H
 #define ZELK_PDFPRODUCER_OBJECT_FILE_H
 
+#include <nettle/sha2.h>
+
 #include <cstdint>
-#include <memory>
-#include <qpdf/QPDFCryptoImpl.hh>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,7 +52,8 @@ class ObjectFile {
   std::string end_digest();
 
   OutputFile _output;
-  std::shared_ptr<QPDFCryptoImpl> _digest;  // of what was written, until it ends
+  // Of what was written. Not made by qpdf, whose choice of a provider is the environment's.
+  sha256_ctx _digest;
   std::vector<Place> _places;
   int _packing = 0;  // number of the object stream being filled, 0 for none
   std::uint32_t _packed_count = 0;
