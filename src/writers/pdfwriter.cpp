@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#include <new>
 #include <string>
 
 #include "text/StringFormat.h"
@@ -59,6 +60,7 @@ std::string gbk_text(std::uint16_t code) {
   char utf8[255] = {};
   qv::StringFormat::wchartoutf8(utf8, szWord, sizeof utf8);
   const std::unique_ptr<char, FreeMemory> gbk(UTF8toANSI(utf8));
+  if (gbk == nullptr) throw std::bad_alloc();
   return gbk.get();
 }
 

@@ -8,10 +8,23 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <new>
 
 #include "fakes/fake_pdf_library.h"
 #include "support/Documents.h"
 #include "support/ScriptedEngine.h"
+
+namespace {
+
+bool refuses_blocks = false;
+
+}  // namespace
+
+// Stands before the C library's function wherever this program itself calls it.
+extern "C" void* __real_calloc(std::size_t count, std::size_t size);
+extern "C" void* __wrap_calloc(std::size_t count, std::size_t size) {
+  return refuses_blocks ? nullptr : __real_calloc(count, size);
+}
 
 namespace {
 
@@ -219,6 +232,12 @@ TEST_F(PdfWriter, ErrorOfTheLibraryPassesToTheCaller) {
   EXPECT_THROW(writer->add_page(dib, {}, true), PDFlib::Exception);
   library.raises = "end_document";
   EXPECT_THROW(writer->close_document(), PDFlib::Exception);
+}
+
+TEST_F(PdfWriter, MemoryThatRunsOutForTheTextIsBadAlloc) {
+  refuses_blocks = true;
+  EXPECT_THROW(writer->add_page(dib, {OCR_CHAR()}, true), std::bad_alloc);
+  refuses_blocks = false;
 }
 
 TEST_F(PdfWriter, ClosingEndsTheDocumentWhetherOneIsOpenOrNot) {
