@@ -69,9 +69,10 @@ QV_EXPORT int qv_init_engine(const char* dll_path);
 // process.
 QV_EXPORT void qv_uninit_engine();
 
-// Reads the image file `image_file` and makes it the current image. `imgpro` as for
-// qv_set_image_data; callers pass 0 here. Returns 0 when loaded. On any other result the caller
-// gives up on that file.
+// Reads the image file `image_file` and makes it the current image. The path is what a host asked
+// for, unchanged: it may be null, which is answered like a file that is not there, with another
+// result than 0. `imgpro` as for qv_set_image_data; callers pass 0 here. Returns 0 when loaded. On
+// any other result the caller gives up on that file.
 QV_EXPORT int qv_load_image_file(const char* image_file, int imgpro);
 
 // Makes a raster of the caller's the current image: `height` rows of `line_bytes` bytes each, the

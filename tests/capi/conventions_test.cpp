@@ -109,6 +109,16 @@ TEST_F(CInterface, FormGridIs1WithoutAnEngineAnd2WithOne) {
   zelk_uninit_engine();
 }
 
+TEST_F(CInterface, NullPathOfAFormGridIsTheEnginesToAnswer) {
+  ScriptedEngine fake;
+  ASSERT_EQ(zelk_init_engine(fake.directory.c_str()), 0);
+  fake.script->load_code = 1;
+  fake.calls.clear();
+  EXPECT_EQ(zelk_save_form_grid(nullptr, nullptr), 1);
+  EXPECT_EQ(fake.calls, std::vector<std::string>{"load null 0"});
+  zelk_uninit_engine();
+}
+
 TEST_F(CInterface, NoFunctionPrintsWhileAllIsWell) {
   const ScratchFolder folder;
   write_image(folder.path("a.png"), 4, 4);

@@ -40,6 +40,8 @@ FAULTS = {
     "KeepsImage": ("order.refused-raster", "fail", "after a null raster was refused"),
     "KeepsText": ("order.page-after-page", "fail", "what the page before it says"),
     "LoadsAnything": ("order.load-image-file", "fail", "not there is accepted"),
+    "ReadsNullPath": ("order.load-image-file", "fail", "signal 11"),
+    "LoadsNullPath": ("order.load-image-file", "fail", "a null path is accepted"),
     "SavesNothing": ("order.save-file", "fail", "another text"),
     "Blind": ("results.found", "warn", "no characters"),
     "NullText": ("results.texts", "fail", "null before recognition"),

@@ -148,6 +148,8 @@ QV_EXPORT void qv_uninit_engine() {
 }
 
 QV_EXPORT int qv_load_image_file(const char* image_file, int imgpro) {
+  if (is("ReadsNullPath") && image_file[0] == '\0') return 1;
+  if (is("LoadsNullPath") && image_file == nullptr) return 0;
   if (!is("LoadsAnything")) return sound_load_image_file(image_file, imgpro);
   raster = {};
   results = {};

@@ -37,7 +37,8 @@ void qv_uninit_engine() {
 }
 
 int qv_load_image_file(const char* image_file, int imgpro) {
-  record(std::string("load ") + image_file + " " + std::to_string(imgpro));
+  record(std::string("load ") + (image_file != nullptr ? image_file : "null") + " " +
+         std::to_string(imgpro));
   return script.load_code;
 }
 

@@ -95,6 +95,9 @@ void load_file(const Subject& subject, Verdict& verdict) {
   if (session.engine().load_image_file("/nowhere.png", 0) == 0) {
     verdict.fail("a file that is not there is accepted");
   }
+  if (session.engine().load_image_file(nullptr, 0) == 0) {
+    verdict.fail("a null path is accepted");
+  }
   const std::string path = subject.scratch / "page.bmp";
   write_bmp(subject.page, path);
   const Reading raster = session.read(subject.page);
@@ -132,7 +135,7 @@ constexpr Check kChecks[] = {
     {"order.refused-raster", "no image and no text after a raster that cannot be read",
      refused_raster},
     {"order.page-after-page", "nothing of one page on another", page_after_page},
-    {"order.load-image-file", "a missing file refused; others refused or read like rasters",
+    {"order.load-image-file", "a missing file and a null path refused; others refused or read like rasters",
      load_file},
     {"order.save-file", "the text in a file, false where none can be written", save_file},
 };
