@@ -6,7 +6,8 @@
 #   BINDIR/zelk-engine-check               the examination of engines
 #   MANDIR/man1/zelk.1                     its manual page
 #   DATADIR/bash-completion/completions/   what bash completes for it
-#   INCLUDEDIR/zelk/                       zelkAPI.h, zelk_export.h, engine/qv_engine.h
+#   INCLUDEDIR/zelk/                       zelkAPI.h, zelk_export.h, engine/qv_engine.h,
+#                                          writers/pdflib_exception.h
 #   LIBDIR/cmake/zelk, LIBDIR/pkgconfig    for find_package(zelk) and pkg-config zelk
 # Everything is found relative to everything else, so that the prefix can be renamed.
 include(CMakePackageConfigHelpers)
@@ -17,6 +18,7 @@ set(ZELK_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/zelk)
 install(TARGETS zelk EXPORT zelkTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES src/api/zelkAPI.h src/api/zelk_export.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR})
 install(FILES src/engine/qv_engine.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR}/engine)
+install(FILES src/writers/pdflib_exception.h DESTINATION ${ZELK_INSTALL_INCLUDEDIR}/writers)
 install(FILES README.md CHANGELOG.md SECURITY.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL PATTERN *.1 EXCLUDE)
 

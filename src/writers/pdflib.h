@@ -23,30 +23,8 @@
 // With a null context every method does nothing and returns 0, 0.0, null or an empty string.
 class PDFlib {
  public:
-  // An error of the library. Thrown by value; visible beyond the shared library, so that hosts can
-  // catch it by its type.
-  class [[gnu::visibility("default")]] Exception {
-   public:
-    Exception(std::string errmsg, int errnum, std::string apiname, void* opaque);
-    std::string get_errmsg() const {
-      return m_errmsg;
-    }  // what went wrong
-    int get_errnum() const {
-      return m_errnum;
-    }  // the library's number, 0 for our own
-    std::string get_apiname() const {
-      return m_apiname;
-    }  // the function in which it arose
-    void* get_opaque() const {
-      return m_opaque;
-    }  // given when the PDFlib was made
-
-   private:
-    std::string m_errmsg;
-    int m_errnum;
-    std::string m_apiname;
-    void* m_opaque;
-  };
+  // An error of the library: see writers/pdflib_exception.h, which hosts have, too.
+  class Exception;
 
   // Shapes of the procedures that the library calls. A null one means the library's own default.
   using AllocProc = void* (*)(PDF* p, std::size_t size, const char* caller);
@@ -281,5 +259,7 @@ class PDFlib {
   template <typename Entry, typename... Arguments>
   auto forward(Entry PDFlib_api::*entry, const Arguments&... arguments);
 };
+
+#include "writers/pdflib_exception.h"  // completes PDFlib
 
 #endif  // ZELK_WRITERS_PDFLIB_H

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The life of a context, and the one place where its errors arrive.
 #include <csetjmp>
-#include <utility>
 
 #include "writers/pdflib.h"
 #include "writers/pdflib_call.h"
@@ -23,12 +22,6 @@ decltype(auto) jump_buffer(Holder* holder) {
 }
 
 }  // namespace
-
-PDFlib::Exception::Exception(std::string errmsg, int errnum, std::string apiname, void* opaque)
-    : m_errmsg(std::move(errmsg)),
-      m_errnum(errnum),
-      m_apiname(std::move(apiname)),
-      m_opaque(opaque) {}
 
 // The only place that arms the jump buffer. The library's jump discards the frames of `invoke` and
 // the call below it, which therefore hold nothing with a destructor; results are written through

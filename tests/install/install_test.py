@@ -50,7 +50,8 @@ class Installation(unittest.TestCase):
                     f"{LIBDIR}/cmake/zelk/zelkConfigVersion.cmake",
                     f"{LIBDIR}/cmake/zelk/zelkTargets.cmake",
                     "include/zelk/zelkAPI.h", "include/zelk/zelk_export.h",
-                    "include/zelk/engine/qv_engine.h", "share/doc/zelk/README.md",
+                    "include/zelk/engine/qv_engine.h",
+                    "include/zelk/writers/pdflib_exception.h", "share/doc/zelk/README.md",
                     "share/doc/zelk/LICENSE"}
         if PROGRAM_BUILT:
             expected |= {"bin/zelk", "bin/zelk-engine-check", "share/man/man1/zelk.1",
@@ -87,6 +88,18 @@ class Installation(unittest.TestCase):
         engine_dir = run("pkg-config", "--variable=engine_dir", "zelk", env=environment).strip()
         self.assertTrue(engine_dir.endswith("/"))
         self.assertEqual(os.path.realpath(engine_dir), str((self.lib / "zelk/engine").resolve()))
+
+    def test_host_in_cpp_catches_what_the_writer_throws(self):
+        environment = {**os.environ, "PKG_CONFIG_PATH": str(self.lib / "pkgconfig")}
+        flags = run("pkg-config", "--cflags", "--libs", "zelk", env=environment).split()
+        program = self.folder / "catching"
+        run("g++", "-std=c++11", CONSUMER / "catching.cpp", "-o", program, *flags)
+        page = CONSUMER.parents[1] / "data/english.tif"
+        output = self.folder / "full.pdf"
+        said = run(program, f"{self.engine}/", page, output,
+                   env={**os.environ, "LD_LIBRARY_PATH": str(self.lib)})
+        self.assertIn("caught PDFlib::Exception", said)
+        self.assertIn(str(output), said)
 
     @unittest.skipUnless(PROGRAM_BUILT, "the program is not built")
     def test_program_runs_from_a_moved_prefix(self):

@@ -24,6 +24,7 @@ TEST(PDFlibException, IsCaughtByTypeBeyondALibraryThatExportsNoneOfIt) {
     ADD_FAILURE() << "threw nothing";
   } catch (const PDFlib::Exception& error) {
     EXPECT_EQ(error.get_errmsg(), "raised beyond the edge");
+    EXPECT_STREQ(error.what(), "raised beyond the edge");
     EXPECT_EQ(error.get_errnum(), 42);
     EXPECT_EQ(error.get_apiname(), "PDF_end_page_ext");
     EXPECT_EQ(error.get_opaque(), &opaque);
