@@ -114,4 +114,50 @@ TEST_F(Documents, FileNamesOfAnyBytesWork) {
   EXPECT_EQ(load("\xFF\xFE name.png"), 1);
 }
 
+TEST_F(Documents, FailedLoadEmptiesTheImageList) {
+  write_image(folder.path("a.png"), 5, 4);
+  for (const char* name : {"missing.tif", "unknown.gif"}) {
+    EXPECT_TRUE(zelk_add_image(folder.path("a.png").c_str()));
+    EXPECT_EQ(load(name), 0);
+    EXPECT_EQ(zelk_recognize(), 2) << name;
+  }
+}
+
+TEST_F(Documents, PictureOf16BitGreyGivesNoPage) {
+  FIBITMAP* const grey = FreeImage_AllocateT(FIT_UINT16, 5, 4, 16, 0, 0, 0);
+  ASSERT_TRUE(FreeImage_Save(FIF_PNG, grey, folder.path("a.png").c_str(), 0));
+  FreeImage_Unload(grey);
+  EXPECT_EQ(load("a.png"), 1);
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_TRUE(fake.script->rasters.empty());
+}
+
+TEST_F(Documents, ExifOrientationIsNotApplied) {
+  write_image(folder.path("plain.jpg"), 40, 20);
+  const std::string plain = read_file(folder.path("plain.jpg"));
+  // Behind the first marker, a TIFF directory with one tag: orientation 6, to be turned clockwise.
+  const std::string exif(
+      "\xFF\xE1\0\x22"
+      "Exif\0\0MM\0*\0\0\0\x08\0\x01"
+      "\x01\x12\0\x03\0\0\0\x01\0\x06\0\0\0\0\0\0",
+      36);
+  write_file(folder.path("a.jpg"), plain.substr(0, 2) + exif + plain.substr(2));
+  FIBITMAP* const turned = FreeImage_Load(FIF_JPEG, folder.path("a.jpg").c_str(), JPEG_EXIFROTATE);
+  ASSERT_EQ(FreeImage_GetWidth(turned), 20U) << "who asks for it gets it";
+  FreeImage_Unload(turned);
+  EXPECT_EQ(load("a.jpg"), 1);
+  EXPECT_EQ(zelk_recognize(), 0);
+  EXPECT_EQ(fake.script->rasters.at(0).width, 40);
+}
+
+TEST_F(Documents, PdfPagesOfNoResolutionAreLeftOut) {
+  write_pdf(folder.path("a.pdf"), {PdfPage()});
+  for (const int resolution : {0, -200}) {
+    EXPECT_EQ(load("a.pdf", resolution), 1);
+    EXPECT_EQ(zelk_recognize(), 0);
+    EXPECT_TRUE(fake.script->rasters.empty());
+    zelk_free_image_document();
+  }
+}
+
 }  // namespace

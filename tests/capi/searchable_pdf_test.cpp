@@ -70,6 +70,48 @@ TEST_F(SearchablePdf, SecondRecognitionWritesItAgainWithTheSameBytes) {
   EXPECT_EQ(read_file(output), first);
 }
 
+TEST_F(SearchablePdf, NextDocumentIsWrittenOverTheOneBefore) {
+  write_tiff(folder.path("one.tif"), 40, 30, 1);
+  load("two.tif");
+  EXPECT_EQ(zelk_recognize(), 0);
+  ASSERT_EQ(zelk_load_image_document(folder.path("one.tif").c_str(), 200), 1);
+  EXPECT_EQ(zelk_recognize(), 0);
+  zelk_free_image_document();
+  EXPECT_EQ(zelk_load_image_document(output.c_str(), 72), 1);
+}
+
+TEST_F(SearchablePdf, NameEndsWithTheDocumentTheListOrAnotherName) {
+  const std::vector<void (*)()> endings = {
+      [] { zelk_free_image_document(); }, [] { zelk_clear_images(); },
+      [] { EXPECT_FALSE(zelk_set_double_document_filename("other.txt")); }};
+  for (const auto& end_name : endings) {
+    load("two.tif");
+    end_name();
+    ASSERT_EQ(zelk_load_image_document(folder.path("two.tif").c_str(), 200), 2);
+    EXPECT_EQ(zelk_recognize(), 0);
+    EXPECT_EQ(files_beside_output(), 0U);
+    zelk_free_image_document();
+  }
+}
+
+TEST_F(SearchablePdf, PagesOfAListTakeTheResolutionOfTheLastLoad) {
+  write_image(folder.path("a.png"), 100, 50);
+  const std::vector<std::pair<int, int>> widths = {{100, 72}, {200, 36}, {0, 100}};
+  for (const auto& [resolution, points] : widths) {
+    ASSERT_EQ(zelk_load_image_document(folder.path("two.tif").c_str(), resolution), 2);
+    zelk_free_image_document();
+    zelk_add_image(folder.path("a.png").c_str());
+    ASSERT_TRUE(zelk_set_double_document_filename(output.c_str()));
+    EXPECT_EQ(zelk_recognize(), 0);
+    zelk_clear_images();
+    fake.script->rasters.clear();
+    ASSERT_EQ(zelk_load_image_document(output.c_str(), 72), 1);
+    EXPECT_EQ(zelk_recognize(), 0);
+    EXPECT_NEAR(fake.script->rasters.at(0).width, points, 1) << resolution;
+    zelk_free_image_document();
+  }
+}
+
 TEST_F(SearchablePdf, OutputFolderThatDoesNotExistCostsOnlyThePdf) {
   load("two.tif");
   std::filesystem::remove(folder.path("out"));

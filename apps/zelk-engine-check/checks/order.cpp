@@ -135,8 +135,8 @@ constexpr Check kChecks[] = {
     {"order.refused-raster", "no image and no text after a raster that cannot be read",
      refused_raster},
     {"order.page-after-page", "nothing of one page on another", page_after_page},
-    {"order.load-image-file", "a missing file and a null path refused; others refused or read like rasters",
-     load_file},
+    {"order.load-image-file",
+     "no file and a missing one refused; others refused or read like rasters", load_file},
     {"order.save-file", "the text in a file, false where none can be written", save_file},
 };
 
