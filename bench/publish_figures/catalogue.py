@@ -120,7 +120,7 @@ COPIES = (
            reference='memcpy of the page'),
     Figure('bench/BM_TiffPages/1654/2339', '2,000 pages of a TIFF scan, A4 at 200, to rasters', 's',
            at_most(4.5), '500 such pages', 1),
-    Figure('bench/BM_TiffPages/16/16', 'the same of pages of 16 x 16: the walk to each page', 's', None,
+    Figure('bench/BM_TiffPages/16/16', 'pages of 16 x 16: the walk to each', 's', None,
            'the same'),
     *turns(), *conversions())
 HOSTILE = (

@@ -25,7 +25,7 @@ class Checks(unittest.TestCase):
         self.empty = self.tree / "build/empty"
         self.empty.mkdir(parents=True)
         for name in ("src/api/zelkAPI.h", "src/api/zelk_export.h", "src/engine/qv_engine.h",
-                     ".clang-format"):
+                     "src/writers/pdflib_exception.h", ".clang-format"):
             (self.tree / name).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(ROOT / name, self.tree / name)
         self.write("src/text/Text.cpp", f'{LICENCE}#include <iconv.h>\n#include "text/Text.h"\n')
