@@ -2,7 +2,6 @@
 #include "supervisor/document_run.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -50,8 +49,9 @@ DocumentRun::DocumentRun(InputDocument input, int id, const Setting& setting)
       _setting(setting),
       _folder(fmt::format("{}/document-{}", setting.run_folder, id)) {
   std::filesystem::create_directory(_folder);
+  const bool keep = _input.files.size() == 1;  // a list may be longer than descriptors last
   for (const std::string& file : _input.files)
-    _sources.push_back({file, "", false, false, 0, {}, ""});
+    _sources.push_back({SourceFile(file, keep), "", false, false, 0, {}, ""});
   _outcome.name = _input.name;
 }
 
@@ -125,7 +125,7 @@ std::optional<Job> DocumentRun::next_pages(int window) {
   return job;
 }
 
-Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
+OrderWithDocument DocumentRun::prepare(const Job& job, const std::string& scratch) {
   if (job.kind == Job::Kind::kAssemble) {
     AssembleOrder order;
     order.document.file = _input.name;
@@ -137,16 +137,16 @@ Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
     for (std::size_t index = 0; index < _input.targets.size(); ++index) {
       order.targets.push_back({_input.targets[index].format, output_name(index)});
     }
-    return order;
+    return {std::move(order), {}};
   }
   const std::string input = input_name(job.source);
-  if (access((scratch + "/" + input).c_str(), F_OK) != 0) {
-    link_or_copy_file(_sources[job.source].path, scratch + "/" + input);
+  Descriptor document = _sources[job.source].file.open();
+  if (job.kind == Job::Kind::kOpen) {
+    return {OpenOrder{input, _setting.attach != nullptr}, std::move(document)};
   }
-  if (job.kind == Job::Kind::kOpen) return OpenOrder{input, _setting.attach != nullptr};
   PagesOrder order{input, {}, job.failure};
   for (const int number : job.pages) order.pages.push_back({number, page(number).index});
-  return order;
+  return {std::move(order), std::move(document)};
 }
 
 // ---- taking back ----
@@ -174,9 +174,9 @@ void DocumentRun::handle_opened(const Job& job, const Opened& event, const std::
   source.opened = true;
   source.digest = event.digest;
   if (!event.decrypted.empty()) {
-    source.path = fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source));
-    move_file(scratch + "/" + event.decrypted, source.path);
-    std::filesystem::remove(scratch + "/" + input_name(job.source));
+    source.file.replace(
+        fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source)));
+    move_file(scratch + "/" + event.decrypted, source.file.path());
   }
   source.pages = event.pages;
 }
@@ -190,7 +190,7 @@ void DocumentRun::handle_refused(const Job& job, const Refused& event) {
   // A picture of a list that cannot be opened is one page without a result.
   Source& source = _sources[job.source];
   source.opened = true;
-  source.failure = fmt::format("{}: {}", source.path, event.reason);
+  source.failure = fmt::format("{}: {}", source.file.path(), event.reason);
   source.pages = {{}};
 }
 
@@ -375,7 +375,8 @@ void DocumentRun::remove_files() const {
   std::error_code ignored;
   std::filesystem::remove_all(fmt::format("{}/document-{}", _setting.run_folder, _id), ignored);
   for (const Source& source : _sources) {
-    if (source.path.starts_with(_setting.run_folder)) std::filesystem::remove(source.path, ignored);
+    const std::string& path = source.file.path();
+    if (path.starts_with(_setting.run_folder)) std::filesystem::remove(path, ignored);
   }
   for (std::size_t index = 0; index < _input.targets.size(); ++index) {
     std::filesystem::remove(output_path(index), ignored);

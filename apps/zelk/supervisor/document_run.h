@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "exchange/messages.h"
+#include "exchange/order_channel.h"
 #include "options/inputs.h"
 #include "supervisor/events.h"
+#include "supervisor/source_file.h"
 
 namespace cli {
 
@@ -59,11 +61,9 @@ class DocumentRun {
   std::optional<Job> next_job(int window);
   int waiting_pages() const { return static_cast<int>(_pending.size()); }
 
-  // Lays the files of a job into a worker's scratch folder and says what to do with them.
-  Order prepare(const Job& job, const std::string& scratch) const;
-
-  // Name of a source's file in scratch folders.
-  std::string input_name(std::size_t source) const;
+  // What a worker has to do for a job, with the document that it has to read; what else the job
+  // takes is laid into its scratch folder.
+  OrderWithDocument prepare(const Job& job, const std::string& scratch);
 
   // What a worker tells of a job.
   void handle(const Job& job, const Event& event, const std::string& scratch);
@@ -81,7 +81,7 @@ class DocumentRun {
  private:
   enum class Stage { kOpening, kRecognizing, kAssembling, kAssembled, kFinished };
   struct Source {
-    std::string path;
+    SourceFile file;
     std::string digest;
     bool given_out = false;
     bool opened = false;
@@ -115,6 +115,7 @@ class DocumentRun {
   void check_pages();
   bool wants_pictures() const;
   std::string record_path(int page) const;
+  std::string input_name(std::size_t source) const;
   Page& page(int number) { return _pages[static_cast<std::size_t>(number) - 1]; }
   const Page& page(int number) const { return _pages[static_cast<std::size_t>(number) - 1]; }
 

@@ -56,7 +56,7 @@ void WorkerPool::start_worker(Place& place) {
   place.worker = std::make_unique<WorkerProcess>(scratch, _setting.echo);
   place.ready = false;
   place.pages_done = 0;
-  place.worker->send(_setting.start);
+  place.worker->send({_setting.start, {}});
   await_life(place);
 }
 
@@ -72,7 +72,7 @@ void WorkerPool::begin(Place& place) {
 }
 
 void WorkerPool::dismiss(std::unique_ptr<WorkerProcess> worker) {
-  worker->send(QuitOrder{});
+  worker->send({QuitOrder{}, {}});
   _leaving.push_back({std::move(worker), Clock::now() + kTimeToLeave});
 }
 
@@ -171,10 +171,9 @@ void WorkerPool::handle_ready(Place& place, const Ready& event) {
   if (place.job) begin(place);
 }
 
-// The input stays in the scratch folder: the next job may be about the same document.
 DocumentRun* WorkerPool::end_job(Place& place) {
   const Job job = *std::exchange(place.job, std::nullopt);
-  place.worker->tidy(job.document->input_name(job.source));
+  place.worker->tidy();
   return job.document;
 }
 

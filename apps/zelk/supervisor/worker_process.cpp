@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,6 +43,19 @@ struct Pipe {
   int write_end;
 };
 
+// Orders go one way: what the worker writes to its end is refused.
+struct OrderSockets {
+  OrderSockets() {
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) fail("a pipe to a worker");
+    supervisor_end = ends[0];
+    worker_end = ends[1];
+    shutdown(supervisor_end, SHUT_RD);
+  }
+  int supervisor_end;
+  int worker_end;
+};
+
 void set_nonblocking(int descriptor) {
   fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
 }
@@ -51,10 +65,21 @@ void close_if_open(int& descriptor) {
   descriptor = -1;
 }
 
+// Whatever the program that started this one has left open is none of a worker's business.
+void close_at_exec() {
+  constexpr unsigned kFirst = STDERR_FILENO + 1;
+  if (close_range(kFirst, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
+  struct rlimit limit = {};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  for (unsigned number = kFirst; number < limit.rlim_cur; ++number) {
+    fcntl(static_cast<int>(number), F_SETFD, FD_CLOEXEC);
+  }
+}
+
 // Runs in the child; never returns.
 [[noreturn]] void become_worker(const std::string& scratch, pid_t supervisor, int orders,
                                 int events, int log) {
-  setpgid(0, 0);  // the terminal's Ctrl-C is for the supervisor
+  setsid();  // no terminal: its Ctrl-C is for the supervisor, and nobody types into it
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != supervisor) _exit(1);  // it died before the line above
   sigset_t none;
@@ -64,6 +89,7 @@ void close_if_open(int& descriptor) {
   dup2(nothing, STDIN_FILENO);
   dup2(log, STDOUT_FILENO);
   dup2(log, STDERR_FILENO);
+  close_at_exec();
   const std::string from = std::to_string(fcntl(orders, F_DUPFD, kLowestPipe));
   const std::string to = std::to_string(fcntl(events, F_DUPFD, kLowestPipe));
   setenv("TMPDIR", scratch.c_str(), 1);  // the only folder that it may write to
@@ -83,17 +109,16 @@ std::string signal_text(int number) {
 WorkerProcess::WorkerProcess(const std::string& scratch, bool echo)
     : _scratch(scratch), _echo(echo) {
   std::filesystem::create_directory(scratch);
-  const Pipe orders;
+  const OrderSockets orders;
   const Pipe events;
   const Pipe log;
   const pid_t supervisor = getpid();
   _pid = fork();
   if (_pid < 0) fail("a worker");
   if (_pid == 0)
-    become_worker(scratch, supervisor, orders.read_end, events.write_end, log.write_end);
-  setpgid(_pid, _pid);  // whichever of both comes first
-  for (const int theirs : {orders.read_end, events.write_end, log.write_end}) close(theirs);
-  _orders = orders.write_end;
+    become_worker(scratch, supervisor, orders.worker_end, events.write_end, log.write_end);
+  for (const int theirs : {orders.worker_end, events.write_end, log.write_end}) close(theirs);
+  _orders = orders.supervisor_end;
   _events = events.read_end;
   _log = log.read_end;
   for (const int ours : {_orders, _events, _log}) set_nonblocking(ours);
@@ -107,36 +132,27 @@ WorkerProcess::~WorkerProcess() {
   std::filesystem::remove_all(_scratch, ignored);
 }
 
-void WorkerProcess::send(const Order& order) {
-  _pending_orders += encode_frame(encode_order(order));
-  send_pending();
+void WorkerProcess::send(OrderWithDocument order) {
+  _sender.add(std::move(order));
+  _sender.send(_orders);
 }
 
-void WorkerProcess::tidy(const std::string& except) const {
+void WorkerProcess::tidy() const {
   std::error_code ignored;
   for (const auto& entry : std::filesystem::directory_iterator(_scratch, ignored)) {
-    if (entry.path().filename() != except) std::filesystem::remove_all(entry.path(), ignored);
-  }
-}
-
-void WorkerProcess::send_pending() {
-  while (!_pending_orders.empty()) {
-    const ssize_t count = write(_orders, _pending_orders.data(), _pending_orders.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return;  // full, or the worker is gone, which its other pipe tells
-    _pending_orders.erase(0, static_cast<std::size_t>(count));
+    std::filesystem::remove_all(entry.path(), ignored);
   }
 }
 
 void WorkerProcess::watch(std::vector<pollfd>& watched) const {
   watched.push_back({_events, POLLIN, 0});
   if (_log >= 0) watched.push_back({_log, POLLIN, 0});
-  if (!_pending_orders.empty()) watched.push_back({_orders, POLLOUT, 0});
+  if (_sender.has_pending()) watched.push_back({_orders, POLLOUT, 0});
 }
 
 std::vector<Event> WorkerProcess::exchange() {
   std::vector<Event> events;
-  send_pending();
+  _sender.send(_orders);
   receive(events);
   receive_log();  // after the events, so that what was printed before them has been read as well
   return events;
@@ -167,7 +183,9 @@ void WorkerProcess::receive_log() {
 }
 
 void WorkerProcess::kill() {
-  if (!_reaped && _pid > 0) ::kill(-_pid, SIGKILL);
+  if (_reaped || _pid <= 0) return;
+  ::kill(_pid, SIGKILL);  // it may not lead its group yet
+  ::kill(-_pid, SIGKILL);
 }
 
 void WorkerProcess::reap() {

@@ -6,6 +6,7 @@
 #include <climits>
 #include <cmath>
 
+#include "readers/pdf_file_access.h"
 #include "readers/pdf_page_size.h"
 #include "readers/pdf_page_text.h"
 #include "readers/pdfiumreader.h"
@@ -46,21 +47,26 @@ void PdfSource::CloseReader::operator()(pdfiumreader* reader) const {
   delete_reader(reader);
 }
 
-PdfSource::Reader PdfSource::open(const std::string& path) {
-  Reader reader(new pdfiumreader);
-  reader->load_image(path.c_str(), kUsualResolution);
-  return reader;
+void PdfSource::open(const std::string& path) {
+  _reader.reset(new pdfiumreader);
+  _file = open_input(path);
+  if (_file == nullptr) return;
+  _access = std::make_unique<PdfFileAccess>(_file.get());
+  _access->load_image(*_reader, kUsualResolution);
 }
 
 PdfSource::PdfSource(const std::string& path, const PageSettings& settings,
                      const std::string& decrypted_path)
-    : _settings(settings), _reader(open(path)) {
+    : _settings(settings) {
+  open(path);
   if (_reader->_pdf_doc == nullptr && decrypt_pdf(path, settings.password, decrypted_path)) {
-    _reader = open(decrypted_path);
+    open(decrypted_path);
   }
   if (_reader->_pdf_doc == nullptr) throw UnreadableDocument("the PDF is damaged", false);
   if (_reader->_page_num < 1) throw UnreadableDocument("the PDF has no pages", false);
 }
+
+PdfSource::~PdfSource() = default;
 
 int PdfSource::page_count() const {
   return _reader->_page_num;

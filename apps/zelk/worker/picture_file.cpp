@@ -14,12 +14,21 @@ namespace {
 
 constexpr const char* kNotDecodable = "the content is not a picture that can be decoded";
 
-FIMULTIBITMAP* open_tiff(const std::string& path, int flags) {
-  constexpr BOOL kCreateNew = FALSE;
-  constexpr BOOL kReadOnly = TRUE;
-  constexpr BOOL kKeepCacheInMemory = TRUE;
-  return FreeImage_OpenMultiBitmap(FIF_TIFF, path.c_str(), kCreateNew, kReadOnly,
-                                   kKeepCacheInMemory, flags);
+FIMULTIBITMAP* open_tiff(FILE* file, int flags) {
+  if (file == nullptr) return nullptr;
+  return FreeImage_OpenMultiBitmapFromHandle(FIF_TIFF, input_functions(), file, flags);
+}
+
+PageBitmap load(int format, const std::string& path, int flags) {
+  const InputFile file = open_input(path);
+  if (file == nullptr) return nullptr;
+  return PageBitmap(
+      FreeImage_LoadFromHandle(FREE_IMAGE_FORMAT(format), input_functions(), file.get(), flags));
+}
+
+bool is_impossible(int format, const std::string& path) {
+  const InputFile file = open_input(path);
+  return file == nullptr || is_impossible_netpbm(format, file.get());
 }
 
 int exif_orientation(FIBITMAP* header) {
@@ -71,8 +80,10 @@ class LockedPage {
 
 PictureFile::PictureFile(const std::string& path, int format) : _path(path), _format(format) {
   if (format != FIF_TIFF) return;
-  _headers = open_tiff(path, FIF_LOAD_NOPIXELS);
-  _pictures = open_tiff(path, 0);
+  _headers_file = open_input(path);
+  _pictures_file = open_input(path);
+  _headers = open_tiff(_headers_file.get(), FIF_LOAD_NOPIXELS);
+  _pictures = open_tiff(_pictures_file.get(), 0);
   if (_headers != nullptr && _pictures != nullptr) {
     _picture_count = FreeImage_GetPageCount(_pictures);
     _tags = read_tiff_tags(path, _picture_count);
@@ -91,9 +102,8 @@ PictureFile::~PictureFile() {
 PictureHeader PictureFile::header(int index) {
   if (_format == FIF_TIFF) return tiff_header(index);
   if (_format == FIF_GIF) return gif_header(_path);
-  if (is_impossible_netpbm(_format, _path.c_str())) throw UnreadablePage(kNotDecodable);
-  const PageBitmap header(
-      FreeImage_Load(FREE_IMAGE_FORMAT(_format), _path.c_str(), FIF_LOAD_NOPIXELS));
+  if (is_impossible(_format, _path)) throw UnreadablePage(kNotDecodable);
+  const PageBitmap header = load(_format, _path, FIF_LOAD_NOPIXELS);
   if (header == nullptr) throw UnreadablePage(kNotDecodable);
   return read_header(header.get());
 }
@@ -118,7 +128,7 @@ PageBitmap PictureFile::decode(int index, const PictureHeader& header) {
     if (page.get() == nullptr) throw UnreadablePage(kNotDecodable);
     return prepared_picture(page.get(), header);
   }
-  const PageBitmap bitmap(FreeImage_Load(FREE_IMAGE_FORMAT(_format), _path.c_str(), 0));
+  const PageBitmap bitmap = load(_format, _path, 0);
   if (bitmap == nullptr) throw UnreadablePage(kNotDecodable);
   return prepared_picture(bitmap.get(), header);
 }

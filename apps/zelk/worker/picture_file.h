@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "worker/document_pages.h"
+#include "worker/input_file.h"
 #include "worker/picture_header.h"
 #include "worker/tiff_tags.h"
 
@@ -36,6 +37,8 @@ class PictureFile {
   const int _format;
   int _picture_count = 1;
   // TIFF only: the file opened for headers, opened for pictures, and what FreeImage does not tell.
+  InputFile _headers_file;
+  InputFile _pictures_file;
   FIMULTIBITMAP* _headers = nullptr;
   FIMULTIBITMAP* _pictures = nullptr;
   std::vector<TiffTags> _tags;

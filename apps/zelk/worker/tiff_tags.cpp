@@ -2,7 +2,9 @@
 #include "worker/tiff_tags.h"
 
 #include <cstdint>
-#include <fstream>
+#include <cstdio>
+
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -10,9 +12,9 @@ namespace {
 // Whole numbers of a TIFF file, in either byte order, in the classic layout or that of BigTIFF.
 class TiffFile {
  public:
-  explicit TiffFile(const std::string& path) : _stream(path, std::ios::binary) {
-    _little_endian = _stream.get() == 'I';
-    _stream.get();
+  explicit TiffFile(const std::string& path) : _file(open_input(path)) {
+    _little_endian = byte() == 'I';
+    byte();
     _big = number(2) == 43;
     if (_big) number(4);  // size of offsets, padding
   }
@@ -20,21 +22,30 @@ class TiffFile {
   std::uint64_t number(int bytes) {
     std::uint64_t value = 0;
     for (int i = 0; i < bytes; ++i) {
-      const auto byte = static_cast<std::uint64_t>(_stream.get() & 0xFF);
-      value |= byte << 8 * (_little_endian ? i : bytes - 1 - i);
+      value |= static_cast<std::uint64_t>(byte() & 0xFF)
+               << 8 * (_little_endian ? i : bytes - 1 - i);
     }
     return value;
   }
   std::uint64_t offset() { return number(_big ? 8 : 4); }
   std::uint64_t count() { return number(_big ? 8 : 2); }
-  std::streamoff value_bytes() const { return _big ? 8 : 4; }
+  std::uint64_t value_bytes() const { return _big ? 8 : 4; }
 
-  void seek(std::uint64_t place) { _stream.seekg(static_cast<std::streamoff>(place)); }
-  std::uint64_t place() { return static_cast<std::uint64_t>(std::streamoff(_stream.tellg())); }
-  bool good() const { return _stream.good(); }
+  void seek(std::uint64_t place) {
+    _good = _good && fseeko(_file.get(), static_cast<off_t>(place), SEEK_SET) == 0;
+  }
+  std::uint64_t place() const { return static_cast<std::uint64_t>(ftello(_file.get())); }
+  bool good() const { return _good; }
 
  private:
-  std::ifstream _stream;
+  int byte() {
+    const int value = _good ? std::getc(_file.get()) : EOF;
+    _good = _good && value != EOF;
+    return value;
+  }
+
+  InputFile _file;
+  bool _good = _file != nullptr;
   bool _little_endian = true;
   bool _big = false;
 };
@@ -53,7 +64,7 @@ void read_field(TiffFile& file, TiffTags& tags) {
   if (tag == kPhotometric) tags.photometric = value;
   if (tag == kOrientation) tags.orientation = value;
   if (tag == kXResolution || tag == kYResolution) tags.has_resolution = true;
-  file.seek(value_place + static_cast<std::uint64_t>(file.value_bytes()));
+  file.seek(value_place + file.value_bytes());
 }
 
 }  // namespace

@@ -16,10 +16,12 @@
 #include <utility>
 
 #include "exchange/files.h"
+#include "exchange/order_channel.h"
 #include "process/page_raster.h"
 #include "worker/decoder_noise.h"
 #include "worker/document_pages.h"
-#include "worker/order_pipe.h"
+#include "worker/event_pipe.h"
+#include "worker/input_file.h"
 #include "worker/page_recognizer.h"
 #include "worker/sandbox.h"
 #include "writers/page_jpeg.h"
@@ -74,21 +76,23 @@ void limit_memory(int mebibytes) {
 
 class Worker {
  public:
-  Worker(int orders, int events) : _pipe(orders, events) {}
+  Worker(int orders, int events) : _orders(orders), _pipe(events) {}
 
   int run() {
-    while (std::optional<Order> order = _pipe.receive()) {
-      if (std::holds_alternative<QuitOrder>(*order)) {
+    while (std::optional<OrderWithDocument> received = _orders.receive()) {
+      const Order& order = received->order;
+      _received = std::move(received->document);
+      if (std::holds_alternative<QuitOrder>(order)) {
         _document.reset();
         _recognizer.stop();
         _pipe.send(Bye{});
         return 0;
       }
-      if (const auto* const settings = std::get_if<StartOrder>(&*order)) {
+      if (const auto* const settings = std::get_if<StartOrder>(&order)) {
         start(*settings);
         continue;
       }
-      std::visit([this](const auto& job) { do_job(job); }, *order);
+      std::visit([this](const auto& job) { do_job(job); }, order);
     }
     return 1;
   }
@@ -126,11 +130,14 @@ class Worker {
                        _settings.memory_limit_mib);
   }
 
-  OrderPipe _pipe;
+  OrderReceiver _orders;
+  EventPipe _pipe;
   StartOrder _settings;
   PageRecognizer _recognizer;
+  Descriptor _received;                      // with the order at hand
+  Descriptor _descriptor;                    // of the document below
   std::unique_ptr<DocumentPages> _document;  // stays open from one window to the next
-  std::string _input;                        // its file
+  std::string _input;                        // its name in orders
 };
 
 void Worker::start(const StartOrder& order) {
@@ -150,7 +157,10 @@ DocumentPages& Worker::document(const std::string& input) {
   if (_settings.dpi > 0) settings.dpi = _settings.dpi;
   settings.password = _settings.password;
   settings.max_pixels = _settings.max_pixels;
-  _document = std::make_unique<DocumentPages>(input, settings, kDecryptedFile);
+  if (!_received.is_open()) throw std::runtime_error("no descriptor is left for the document");
+  _descriptor = std::move(_received);
+  _document = std::make_unique<DocumentPages>(descriptor_path(_descriptor.number()), settings,
+                                              kDecryptedFile);
   _input = input;
   return *_document;
 }
@@ -168,7 +178,7 @@ void Worker::handle(const OpenOrder& order) {
     _pipe.send(Refused{error.what(), error.needs_password()});
     return;
   }
-  if (order.digest) opened.digest = digest_of_file(order.input);
+  if (order.digest) opened.digest = digest_of_descriptor(_descriptor.number(), order.input);
   if (access(kDecryptedFile, F_OK) == 0) opened.decrypted = kDecryptedFile;
   _pipe.send(opened);
 }
