@@ -2,8 +2,6 @@
 #include "fakes/faults.h"
 
 #include <fcntl.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -58,32 +56,12 @@ void crash_once() {
   if (created >= 0) crash();
 }
 
-bool can_open(const char* name, int flags) {
-  const int file = open(in_folder(name).c_str(), flags, 0600);
-  if (file >= 0) close(file);
-  return file >= 0;
+void replace_document() {
+  std::rename(in_folder("other.pdf").c_str(), in_folder("document.pdf").c_str());
 }
 
-bool can_run_a_program() {
-  const pid_t child = fork();
-  if (child == 0) {
-    execl("/bin/true", "true", nullptr);
-    _exit(1);
-  }
-  int status = 1;
-  waitpid(child, &status, 0);
-  return status == 0;
-}
-
-// 0 when none of these faults is asked for.
-int break_out(int page_width) {
-  const auto result = [](bool succeeded) { return succeeded ? 71 : 70; };
-  if (has_fault("socket", page_width)) return result(socket(AF_INET, SOCK_STREAM, 0) >= 0);
-  if (has_fault("exec", page_width)) return result(can_run_a_program());
-  if (has_fault("spy", page_width)) return result(can_open("secret", O_RDONLY));
-  if (has_fault("litter", page_width)) return result(can_open("litter", O_WRONLY | O_CREAT));
-  if (has_fault("signal", page_width)) return result(kill(getppid(), 0) == 0);
-  return 0;
+void shrink_document() {
+  static_cast<void>(!truncate(in_folder("document.pdf").c_str(), 100));
 }
 
 }  // namespace
@@ -108,6 +86,7 @@ int commit_faults(int page_width) {
   }
   if (has_fault("exit", page_width)) std::exit(0);
   if (has_fault("once", page_width)) crash_once();
-  if (const int code = break_out(page_width)) return code;
+  if (has_fault("replace", page_width)) replace_document();
+  if (has_fault("shrink", page_width)) shrink_document();
   return has_fault("refuse", page_width) ? 5 : 0;
 }

@@ -14,9 +14,8 @@
 //   refuse     returns a code
 //   once       crashes the first time, tells by a file in the folder FAKE_FOLDER
 //   absurd     claims 2,000,000,000 lines of 2,000,000,000 characters
-//   socket, exec, spy, litter, signal
-//              opens a socket, runs a program, reads the file secret or writes the file litter in
-//              the folder FAKE_FOLDER, signals the parent; returns 70 when refused, else 71
+//   replace    renames the file other.pdf in the folder FAKE_FOLDER to document.pdf
+//   shrink     truncates document.pdf there
 //   endless    fills the JSON buffer without a zero byte
 bool has_fault(const char* name, int page_width);
 
