@@ -138,6 +138,31 @@ class FaultsAmongDocuments(ProgramTest):
         self.assertEqual(result.stdout.decode(), expected)
 
 
+class SpoiltProcesses(ProgramTest):
+    """An engine that spoils its process on the third page of the first document."""
+
+    KINDS = ("descriptors", "folder", "umask", "locale", "environment", "limits")
+
+    def test_nothing_but_that_page_can_suffer(self):
+        long = self.file("long.pdf", pdf(*((width, 36) for width in WIDTHS)))
+        others = [self.file(f"{width}.bmp", bmp(width, 10)) for width in (21, 22, 23)]
+        arguments = ["--dpi", "72", "--jobs", "1", long, *others]
+        sound = self.run_program(*arguments, fake="telling")
+        self.assert_result(sound, 0)
+        lines = sound.stdout.splitlines()
+        self.assertEqual(len(lines), 9)
+        for kind in self.KINDS:
+            for more in ((), ("--no-sandbox",)):
+                with self.subTest(kind, more=more):
+                    result = self.run_program(*more, *arguments, fake="telling",
+                                              faults=f"{kind}@{WIDTHS[2]}")
+                    if result.returncode == 5:
+                        self.assert_complains(result, "page 3: ")
+                        self.assertEqual(result.stdout.splitlines(), lines[:2] + lines[3:])
+                    else:
+                        self.assert_result(result, 0, sound.stdout)
+
+
 class EngineThatCannotStart(ProgramTest):
     def test_an_engine_that_crashes_at_its_start_is_no_engine(self):
         page = self.file("a.bmp", bmp(4, 2))

@@ -14,7 +14,8 @@ SECURITY = pathlib.Path(__file__).resolve().parents[2] / "SECURITY.md"
 
 def documented():
     """What SECURITY.md says of each way out: in the sandbox, and without it."""
-    table = re.search(r"\| what is tried \|.*?\n\n", SECURITY.read_text(encoding="utf-8"), re.DOTALL)
+    text = SECURITY.read_text(encoding="utf-8")
+    table = re.search(r"\| what is tried \|.*?\n\n", text, re.DOTALL)
     rows = [[cell.strip() for cell in line.strip("|").split("|")]
             for line in table.group().strip().splitlines()[2:]]
     return {row[0]: (row[1], row[2]) for row in rows}

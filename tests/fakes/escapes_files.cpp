@@ -2,7 +2,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/fs.h>
-#include <mqueue.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>

@@ -2,8 +2,11 @@
 #include "fakes/faults.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -56,6 +59,22 @@ void crash_once() {
   if (created >= 0) crash();
 }
 
+// What is the process's own, and so that of all later pages.
+void spoil_process(int page_width) {
+  if (has_fault("descriptors", page_width)) {
+    while (open("/dev/null", O_RDONLY) >= 0) continue;
+  }
+  if (has_fault("folder", page_width)) static_cast<void>(!chdir("/"));
+  if (has_fault("umask", page_width)) umask(0777);
+  if (has_fault("locale", page_width)) std::setlocale(LC_ALL, "C.UTF-8");
+  if (has_fault("environment", page_width)) setenv("QV_LANGUAGES", "spoilt", 1);
+  if (has_fault("limits", page_width)) {
+    const struct rlimit nothing = {0, 0};
+    setrlimit(RLIMIT_FSIZE, &nothing);
+    setrlimit(RLIMIT_NOFILE, &nothing);
+  }
+}
+
 void replace_document() {
   std::rename(in_folder("other.pdf").c_str(), in_folder("document.pdf").c_str());
 }
@@ -86,6 +105,7 @@ int commit_faults(int page_width) {
   }
   if (has_fault("exit", page_width)) std::exit(0);
   if (has_fault("once", page_width)) crash_once();
+  spoil_process(page_width);
   if (has_fault("replace", page_width)) replace_document();
   if (has_fault("shrink", page_width)) shrink_document();
   return has_fault("refuse", page_width) ? 5 : 0;

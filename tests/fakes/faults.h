@@ -14,6 +14,8 @@
 //   refuse     returns a code
 //   once       crashes the first time, tells by a file in the folder FAKE_FOLDER
 //   absurd     claims 2,000,000,000 lines of 2,000,000,000 characters
+//   descriptors, folder, umask, locale, environment, limits
+//              uses up or changes what belongs to the process
 //   replace    renames the file other.pdf in the folder FAKE_FOLDER to document.pdf
 //   shrink     truncates document.pdf there
 //   endless    fills the JSON buffer without a zero byte

@@ -29,6 +29,12 @@ std::string own_text_notice(const std::vector<PageOutcome>& pages, bool was_take
                                : "have text already (--skip-text keeps it)");
 }
 
+// What a worker says that it left need not be true.
+bool is_file(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(std::filesystem::symlink_status(path, ignored));
+}
+
 int take_front(std::deque<int>& pages) {
   const int page = pages.front();
   pages.pop_front();
@@ -157,26 +163,30 @@ void DocumentRun::handle(const Job& job, const Event& event, const std::string& 
   if (const auto* const refused = std::get_if<Refused>(&event)) handle_refused(job, *refused);
   if (const auto* const page = std::get_if<PageFinished>(&event)) handle_page(job, *page, scratch);
   if (std::holds_alternative<JobDone>(event)) {
-    if (job.kind == Job::Kind::kAssemble) {
-      for (std::size_t index = 0; index < _input.targets.size(); ++index) {
-        move_file(scratch + "/" + output_name(index), output_path(index));
-      }
-      _stage = Stage::kAssembled;
-    } else {
-      handle_end(job);
-    }
+    job.kind == Job::Kind::kAssemble ? handle_assembled(job, scratch) : handle_end(job);
   }
+}
+
+void DocumentRun::handle_assembled(const Job& job, const std::string& scratch) {
+  for (std::size_t index = 0; index < _input.targets.size(); ++index) {
+    const std::string file = scratch + "/" + output_name(index);
+    if (!is_file(file)) return handle_fault(job, 0, "the worker left no output");
+    move_file(file, output_path(index));
+  }
+  _stage = Stage::kAssembled;
 }
 
 void DocumentRun::handle_opened(const Job& job, const Opened& event, const std::string& scratch) {
   Source& source = _sources[job.source];
   if (source.opened) return;
+  const std::string decrypted = scratch + "/" + event.decrypted;
+  if (!event.decrypted.empty() && !is_file(decrypted)) return;  // as good as no answer
   source.opened = true;
   source.digest = event.digest;
   if (!event.decrypted.empty()) {
     source.file.replace(
         fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source)));
-    move_file(scratch + "/" + event.decrypted, source.file.path());
+    move_file(decrypted, source.file.path());
   }
   source.pages = event.pages;
 }
@@ -256,8 +266,10 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
     handle_fault(job, event.number, event.failure);
     return;
   }
+  const std::string record = scratch + "/" + page_record_name(event.number);
+  if (!is_file(record)) return handle_fault(job, event.number, "the worker left no result");
   _holders.erase(event.number);
-  move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
+  move_file(record, record_path(event.number));
   page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false,
              event.is_unreadable, event.has_own_text});
 }

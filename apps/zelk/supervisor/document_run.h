@@ -103,6 +103,7 @@ class DocumentRun {
   void handle_opened(const Job& job, const Opened& event, const std::string& scratch);
   void handle_refused(const Job& job, const Refused& event);
   void handle_page(const Job& job, const PageFinished& event, const std::string& scratch);
+  void handle_assembled(const Job& job, const std::string& scratch);
   void handle_end(const Job& job);
   void settle(const Job& job);
   void open_pages();

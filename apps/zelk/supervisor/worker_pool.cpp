@@ -118,7 +118,10 @@ void WorkerPool::wait(const sigset_t& signals) {
 }
 
 void WorkerPool::attend(Place& place) {
-  for (const Event& event : place.worker->exchange()) handle(place, event);
+  for (const Event& event : place.worker->exchange()) {
+    handle(place, event);
+    if (place.worker == nullptr) return;  // it was replaced
+  }
   if (place.worker->has_ended()) {
     fault(place, cause_of_end(place));
   } else if ((place.job || !place.ready) && Clock::now() >= place.deadline) {
@@ -153,7 +156,12 @@ void WorkerPool::handle(Place& place, const Event& event) {
   const Job job = *place.job;
   job.document->handle(job, event, place.worker->scratch());
   if (const auto* const failed = std::get_if<JobFailed>(&event)) {
-    end_job(place)->handle_fault(job, std::exchange(place.page, 0), failed->reason);
+    // Whatever made the job fail may make the next one fail: an engine that has used up memory or
+    // descriptors.
+    place.job.reset();
+    place.ready = false;
+    dismiss(std::move(place.worker));
+    job.document->handle_fault(job, std::exchange(place.page, 0), failed->reason);
   } else if (std::holds_alternative<JobDone>(event)) {
     end_job(place);
   }

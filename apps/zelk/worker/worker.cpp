@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <nlohmann/json.hpp>
@@ -23,6 +24,7 @@
 #include "worker/event_pipe.h"
 #include "worker/input_file.h"
 #include "worker/page_recognizer.h"
+#include "worker/process_state.h"
 #include "worker/sandbox.h"
 #include "writers/page_jpeg.h"
 
@@ -134,6 +136,8 @@ class Worker {
   EventPipe _pipe;
   StartOrder _settings;
   PageRecognizer _recognizer;
+  // As the engine left it at its start, to which every page returns.
+  std::optional<ProcessState> _state;
   Descriptor _received;                      // with the order at hand
   Descriptor _descriptor;                    // of the document below
   std::unique_ptr<DocumentPages> _document;  // stays open from one window to the next
@@ -145,8 +149,11 @@ void Worker::start(const StartOrder& order) {
   limit_memory(order.memory_limit_mib);
   silence_decoders();
   Ready ready;
+  const std::string scratch = std::filesystem::current_path().string();
   ready.failure = _recognizer.start(order.engine_dir);
+  if (chdir(scratch.c_str()) != 0) ready.failure = "left no scratch folder";
   if (order.sandbox && ready.failure.empty()) ready.sandbox_gap = enter_sandbox(order.readable);
+  _state.emplace(scratch);
   _pipe.send(ready);
 }
 
@@ -193,6 +200,7 @@ void Worker::make_page(const PagesOrder& order, const PagesOrder::Page& page) {
   PageRecord record;
   record.page = page.number;
   fill_record(order, page.index, record);
+  _state->restore();
   record.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   record.memory_kib = peak_memory_kib();
   write_page_record(page_record_name(page.number), record);

@@ -167,6 +167,22 @@ TEST_F(DocumentRunTest, AWorkerThatForgetsAPageIsAtFault) {
   EXPECT_EQ(run.next_job(2)->pages, std::vector<int>{2});
 }
 
+// A worker that was taken over says what it likes.
+TEST_F(DocumentRunTest, AWorkerThatLeavesNothingIsAtFault) {
+  cli::DocumentRun& run = open(1);
+  cli::PageFinished finished;
+  finished.number = 1;
+  run.handle(*run.next_job(1), finished, scratch);
+  const Job retry = *run.next_job(1);
+  EXPECT_EQ(retry.pages, std::vector<int>{1});
+  std::filesystem::create_directory(scratch + "/" + cli::page_record_name(1));
+  run.handle(retry, finished, scratch);
+  EXPECT_EQ(record(1)->failure, "the worker left no result");
+  run.handle(*run.next_job(1), cli::JobDone{}, scratch);
+  run.handle(*run.next_job(1), cli::JobDone{}, scratch);
+  EXPECT_EQ(run.outcome().cause, "no outputs: the worker left no output");
+}
+
 TEST_F(DocumentRunTest, TooManyFailedPagesFailTheDocument) {
   options.max_failed_pages = {0, false};
   cli::DocumentRun& run = open(2);
