@@ -40,6 +40,16 @@ class FaultyPages(ProgramTest):
         result = self.recognize("hang@108", "--page-timeout", "2")
         self.assert_only_fails(result, "no result within 2 seconds (--page-timeout)", 108)
 
+    def test_a_page_gets_its_time_once_whatever_is_tried(self):
+        target = self.folder / "out.pdf"
+        result = self.recognize("hang@108", "--page-timeout", "2", "--verbose", "--format", "pdf",
+                                "-o", target)
+        self.assertEqual(result.returncode, 5, result.stderr)
+        # Once for each page, and pages behind the one that hangs are not begun before it.
+        self.assertEqual(result.stderr.count(b"chatter: recognising"), len(WIDTHS))
+        listed = subprocess.run(["pdfimages", "-list", target], check=True, capture_output=True)
+        self.assertEqual(len(listed.stdout.splitlines()) - 2, len(WIDTHS))
+
     @unittest.skipIf(os.environ.get("ZELK_SANITIZED"), "sanitizers need all of the address space")
     def test_a_page_without_end_to_its_hunger_is_stopped_at_the_memory_limit(self):
         result = self.recognize("allocate@144", "--memory-limit", "400")
@@ -169,6 +179,15 @@ class EngineThatCannotStart(ProgramTest):
         result = self.run_program(page, fake="crash-at-start")
         self.assert_result(result, 3, b"")
         self.assert_complains(result, f"libQVEngine.so did not start: {CRASHED}")
+        self.assert_nothing_is_left()
+
+    def test_an_engine_that_hangs_at_its_start_is_waited_for_once(self):
+        page = self.file("a.bmp", bmp(4, 2))
+        result = self.run_program("--verbose", "--jobs", "1", "--page-timeout", "1", page,
+                                  fake="hang-at-start")
+        self.assert_result(result, 3, b"")
+        self.assert_complains(result, "did not start: no result within 1 seconds")
+        self.assertEqual(result.stderr.splitlines().count(b"chatter: starting"), 1)
         self.assert_nothing_is_left()
 
 

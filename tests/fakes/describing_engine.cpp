@@ -60,7 +60,10 @@ extern "C" {
 
 int qv_init_engine(const char*) {
   if (asked_to_be("crash-at-start")) raise(SIGSEGV);
-  if (asked_to_be("hang-at-start")) sleep(600);
+  if (asked_to_be("hang-at-start")) {
+    std::printf("chatter: starting\n");
+    sleep(600);
+  }
   std::printf("chatter: started\n");
   std::fflush(stdout);
   return 0;

@@ -13,7 +13,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, dpi
                                    password, skip_text, pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OutputOrder, file, page_count, pages)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder::Target, format, file)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder, document, targets)
@@ -23,7 +23,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened, pages, digest, decrypted)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageStarted, number)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_unreadable, has_own_text,
-                                   has_picture, warning, seconds, memory_kib)
+                                   warning, seconds, memory_kib)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(JobFailed, reason)
 
 namespace {

@@ -61,12 +61,12 @@ DocumentRun::DocumentRun(InputDocument input, int id, const Setting& setting)
   _outcome.name = _input.name;
 }
 
-bool DocumentRun::wants_pictures() const {
-  return needs_pictures(_input);
-}
-
 std::string DocumentRun::record_path(int page) const {
   return _folder + "/" + page_record_name(page);
+}
+
+std::string DocumentRun::picture_path(int page) const {
+  return fmt::format("{}/document-{}/{}", _setting.run_folder, _id, page_picture_name(page));
 }
 
 std::string DocumentRun::input_name(std::size_t source) const {
@@ -88,7 +88,7 @@ std::optional<Job> DocumentRun::next_job(int window) {
     case Stage::kAssembling:
       if (_assembly_given_out) return {};
       _assembly_given_out = true;
-      return Job{Job::Kind::kAssemble, this, 0, {}, _assembly_attempts > 0, ""};
+      return Job{Job::Kind::kAssemble, this, 0, {}, _assembly_attempts > 0, 0, 0.0};
     case Stage::kAssembled:
     case Stage::kFinished:
       break;
@@ -101,13 +101,15 @@ std::optional<Job> DocumentRun::next_opening() {
     Source& source = _sources[index];
     if (source.given_out || source.opened) continue;
     source.given_out = true;
-    return Job{Job::Kind::kOpen, this, index, {}, source.attempts > 0, ""};
+    return Job{Job::Kind::kOpen, this, index, {}, source.attempts > 0, 0, 0.0};
   }
   return {};
 }
 
 std::optional<Job> DocumentRun::next_pages(int window) {
-  Job job{Job::Kind::kPages, this, 0, {}, false, "", 0};
+  Job job;
+  job.kind = Job::Kind::kPages;
+  job.document = this;
   if (!_pending.empty()) {
     job.source = page(_pending.front()).source;
     while (!_pending.empty() && job.pages.size() < static_cast<std::size_t>(window) &&
@@ -117,11 +119,7 @@ std::optional<Job> DocumentRun::next_pages(int window) {
   } else if (!_retries.empty()) {
     job.pages = {take_front(_retries)};
     job.wants_fresh_worker = true;
-  } else if (!_pictures.empty()) {
-    job.kind = Job::Kind::kPicture;
-    job.pages = {take_front(_pictures)};
-    job.wants_fresh_worker = true;
-    job.failure = page(job.pages.front()).failure;
+    job.seconds_used = page(job.pages.front()).seconds_used;
   } else {
     return {};
   }
@@ -150,7 +148,7 @@ OrderWithDocument DocumentRun::prepare(const Job& job, const std::string& scratc
   if (job.kind == Job::Kind::kOpen) {
     return {OpenOrder{input, _setting.attach != nullptr}, std::move(document)};
   }
-  PagesOrder order{input, {}, job.failure};
+  PagesOrder order{input, {}};
   for (const int number : job.pages) order.pages.push_back({number, page(number).index});
   return {std::move(order), std::move(document)};
 }
@@ -249,7 +247,7 @@ void DocumentRun::load_records() {
       page_done({number, record->failure, record->warning, record->seconds, record->memory_kib,
                  true, record->is_unreadable, record->has_own_text});
     } else if (!page(number).failure.empty()) {
-      record_without_picture(number, page(number).failure);
+      record_failure(number, page(number).failure);
     } else {
       _pending.push_back(number);
     }
@@ -260,12 +258,8 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
                               const std::string& scratch) {
   if (!holds(job, event.number)) return;  // not a page of this job
   const bool is_final =
-      event.failure.empty() || event.is_unreadable || job.kind == Job::Kind::kPicture ||
-      (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
-  if (!is_final) {
-    handle_fault(job, event.number, event.failure);
-    return;
-  }
+      event.failure.empty() || event.is_unreadable || page(event.number).attempts + 1 >= kAttempts;
+  if (!is_final) return handle_fault(job, event.number, event.failure, event.seconds);
   const std::string record = scratch + "/" + page_record_name(event.number);
   if (!is_file(record)) return handle_fault(job, event.number, "the worker left no result");
   _holders.erase(event.number);
@@ -285,22 +279,27 @@ void DocumentRun::handle_end(const Job& job) {
   settle(job);
 }
 
-void DocumentRun::handle_fault(const Job& job, int number, const std::string& cause) {
+void DocumentRun::handle_fault(const Job& job, int number, const std::string& cause,
+                               double seconds) {
   if (_stage == Stage::kFinished) return;
+  const bool took_all_its_time = seconds >= _setting.options.page_timeout;
   if (job.kind == Job::Kind::kOpen) {
     Source& source = _sources[job.source];
     source.given_out = false;
-    if (!source.opened && ++source.attempts >= kAttempts) handle_refused(job, {cause, false});
+    if (!source.opened && (++source.attempts >= kAttempts || took_all_its_time)) {
+      handle_refused(job, {cause, false});
+    }
     settle(job);
     return;
   }
   if (job.kind == Job::Kind::kAssemble) {
     _assembly_given_out = false;
-    if (++_assembly_attempts >= kAttempts) finish(DocumentState::kFailed, "no outputs: " + cause);
+    if (++_assembly_attempts >= kAttempts || took_all_its_time)
+      finish(DocumentState::kFailed, "no outputs: " + cause);
     return;
   }
   give_back(job, number);
-  if (number > 0 && _holders.erase(number) > 0) fail_page(job, number, cause);
+  if (number > 0 && _holders.erase(number) > 0) fail_page(number, cause, seconds);
   settle(job);
 }
 
@@ -324,30 +323,35 @@ void DocumentRun::give_back(const Job& job, int& number) {
   }
 }
 
-void DocumentRun::fail_page(const Job& job, int number, const std::string& cause) {
+// --page-timeout is for all attempts of a page together.
+void DocumentRun::fail_page(int number, const std::string& cause, double seconds) {
   Page& failed = page(number);
-  if (job.kind == Job::Kind::kPicture) {
-    record_without_picture(number, failed.failure);
-    return;
-  }
   failed.failure = cause;
-  if (++failed.attempts < kAttempts) {
+  failed.seconds_used += seconds;
+  if (++failed.attempts < kAttempts && failed.seconds_used < _setting.options.page_timeout) {
     _retries.push_back(number);
-  } else if (wants_pictures()) {
-    _pictures.push_back(number);
   } else {
-    record_without_picture(number, cause);
+    record_failure(number, cause);
   }
 }
 
-void DocumentRun::record_without_picture(int number, const std::string& cause) {
-  PageRecord record;
+void DocumentRun::keep_picture(const Job& job, int page, const std::string& scratch) const {
+  const std::string picture = scratch + "/" + page_picture_name(page);
+  if (holds(job, page) && is_file(picture)) move_file(picture, picture_path(page));
+}
+
+void DocumentRun::record_failure(int number, const std::string& cause) {
+  const PageRecord nothing;
+  PageRecord record = read_page_record(picture_path(number)).value_or(nothing);
+  std::error_code ignored;
+  std::filesystem::remove(picture_path(number), ignored);
+  if (record.page != number) record = nothing;
   record.page = number;
   record.failure = cause;
   record.page_width = page(number).width;
   record.page_height = page(number).height;
   write_page_record(record_path(number), record);
-  page_done({number, cause, "", 0.0, 0, false, false, false});
+  page_done({number, cause, record.warning, 0.0, 0, false, false, false});
 }
 
 void DocumentRun::page_done(const PageOutcome& outcome) {

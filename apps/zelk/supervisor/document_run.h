@@ -22,14 +22,14 @@ class DocumentRun;
 
 // A piece of work for one worker.
 struct Job {
-  enum class Kind { kOpen, kPages, kPicture, kAssemble };
+  enum class Kind { kOpen, kPages, kAssemble };
   Kind kind = Kind::kOpen;
   DocumentRun* document = nullptr;
   std::size_t source = 0;  // which of the document's files
   std::vector<int> pages;  // numbers in the document
   bool wants_fresh_worker = false;
-  std::string failure;  // of a kPicture: what befell the page
-  int id = 0;           // of those with pages: tells who has which page
+  int id = 0;                 // of those with pages: tells who has which page
+  double seconds_used = 0.0;  // by earlier attempts of a page that is tried once more
 };
 
 // One document on its way from its files to its outputs: which jobs there are, what became of them.
@@ -67,8 +67,11 @@ class DocumentRun {
 
   // What a worker tells of a job.
   void handle(const Job& job, const Event& event, const std::string& scratch);
-  // The job's worker is gone, hangs or is out of its mind. `page`: the one at hand, 0 if none.
-  void handle_fault(const Job& job, int page, const std::string& cause);
+  // The job's worker is gone, hangs or is out of its mind. `page`: the one at hand, 0 if none;
+  // `seconds`: what was spent on it, or on the job.
+  void handle_fault(const Job& job, int page, const std::string& cause, double seconds = 0.0);
+  // Keeps the picture of a page that a worker has left unfinished; before handle_fault.
+  void keep_picture(const Job& job, int page, const std::string& scratch) const;
 
   // Outputs lie in output_path(), to be delivered.
   bool is_assembled() const { return _stage == Stage::kAssembled; }
@@ -95,7 +98,8 @@ class DocumentRun {
     double width = 0.0;
     double height = 0.0;
     int attempts = 0;
-    std::string failure;  // of the last attempt
+    std::string failure;        // of the last attempt
+    double seconds_used = 0.0;  // by all attempts
   };
 
   std::optional<Job> next_opening();
@@ -110,12 +114,12 @@ class DocumentRun {
   void load_records();
   bool holds(const Job& job, int page) const;
   void give_back(const Job& job, int& number);
-  void fail_page(const Job& job, int number, const std::string& cause);
-  void record_without_picture(int number, const std::string& cause);
+  void fail_page(int number, const std::string& cause, double seconds);
+  void record_failure(int number, const std::string& cause);
   void page_done(const PageOutcome& outcome);
   void check_pages();
-  bool wants_pictures() const;
   std::string record_path(int page) const;
+  std::string picture_path(int page) const;
   std::string input_name(std::size_t source) const;
   Page& page(int number) { return _pages[static_cast<std::size_t>(number) - 1]; }
   const Page& page(int number) const { return _pages[static_cast<std::size_t>(number) - 1]; }
@@ -132,7 +136,6 @@ class DocumentRun {
   std::vector<int> _wanted;
   std::deque<int> _pending;
   std::deque<int> _retries;
-  std::deque<int> _pictures;
   std::map<int, int> _holders;  // page in the hands of a worker, the job that it belongs to
   int _last_job = 0;
   std::map<int, PageOutcome> _page_outcomes;

@@ -204,8 +204,9 @@ void Worker::make_page(const PagesOrder& order, const PagesOrder::Page& page) {
   record.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   record.memory_kib = peak_memory_kib();
   write_page_record(page_record_name(page.number), record);
+  unlink(page_picture_name(page.number).c_str());
   _pipe.send(PageFinished{page.number, record.failure, record.is_unreadable, record.has_own_text,
-                          !record.jpeg.empty(), record.warning, record.seconds, record.memory_kib});
+                          record.warning, record.seconds, record.memory_kib});
 }
 
 void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record) {
@@ -218,9 +219,12 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
     record.warning = page.warning;
     record.dots_per_inch = page.dots_per_inch;
     ofd::stamp_resolution(page.bitmap.get(), page.dots_per_inch);
-    if (order.failure.empty()) recognize(index, page, record);
-    if (_settings.pictures) add_picture(page.bitmap.get(), record);
-    if (!order.failure.empty()) record.failure = order.failure;
+    if (_settings.pictures) {
+      // Left behind at once: it stands for the page if recognition ends this worker.
+      add_picture(page.bitmap.get(), record);
+      write_page_record(page_picture_name(record.page), record);
+    }
+    recognize(index, page, record);
   } catch (const UnreadablePage& error) {
     record.failure = error.what();
     record.is_unreadable = true;

@@ -45,7 +45,7 @@ TEST_F(OrderChannelTest, EveryDocumentArrivesWithItsOrder) {
   sender.add({cli::StartOrder{}, {}});
   sender.add({cli::OpenOrder{"first", false}, file_with("one")});
   sender.add({cli::AssembleOrder{}, {}});
-  sender.add({cli::PagesOrder{"second", {}, ""}, file_with("two")});
+  sender.add({cli::PagesOrder{"second", {}}, file_with("two")});
   sender.send(sending.number());
   EXPECT_FALSE(sender.has_pending());
   cli::OrderReceiver receiver(receiving.number());
@@ -58,7 +58,7 @@ TEST_F(OrderChannelTest, EveryDocumentArrivesWithItsOrder) {
 }
 
 TEST_F(OrderChannelTest, WhatFindsNoRoomIsSentLater) {
-  cli::PagesOrder large{std::string(1 << 20, 'x'), {}, ""};
+  cli::PagesOrder large{std::string(1 << 20, 'x'), {}};
   sender.add({large, file_with("one")});
   sender.add({large, file_with("two")});
   sender.send(sending.number());

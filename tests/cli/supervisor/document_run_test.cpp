@@ -33,7 +33,7 @@ class DocumentRunTest : public testing::Test {
     return *document;
   }
 
-  void finish(const Job& job, int page, const std::string& failure = "", bool has_picture = false) {
+  void finish(const Job& job, int page, const std::string& failure = "") {
     cli::PageRecord record;
     record.page = page;
     record.failure = failure;
@@ -41,7 +41,6 @@ class DocumentRunTest : public testing::Test {
     cli::PageFinished event;
     event.number = page;
     event.failure = failure;
-    event.has_picture = has_picture;
     document->handle(job, event, scratch);
   }
 
@@ -135,16 +134,38 @@ TEST_F(DocumentRunTest, APageThatFailsTwiceIsRecordedWithItsCause) {
   EXPECT_EQ(run.outcome().state, cli::DocumentState::kDeliveredWithFailedPages);
 }
 
-TEST_F(DocumentRunTest, ForAPdfItsPictureIsTriedFirst) {
+TEST_F(DocumentRunTest, APictureThatAWorkerLeftStandsForThePage) {
   cli::DocumentRun& run = open(1, {cli::Format::kPdf});
-  run.handle_fault(*run.next_job(1), 1, "the worker crashed");
-  run.handle_fault(*run.next_job(1), 1, "the worker crashed");
-  const Job picture = *run.next_job(1);
-  EXPECT_EQ(picture.kind, Job::Kind::kPicture);
-  EXPECT_EQ(std::get<cli::PagesOrder>(run.prepare(picture, scratch).order).failure,
-            "the worker crashed");
-  run.handle_fault(picture, 1, "it crashed as well");
-  EXPECT_EQ(record(1)->failure, "the worker crashed") << "what befell its recognition";
+  cli::PageRecord picture;
+  picture.page = 1;
+  picture.jpeg = "a picture";
+  for (const char* cause : {"the worker crashed", "the worker crashed again"}) {
+    const Job job = *run.next_job(1);
+    cli::write_page_record(scratch + "/" + cli::page_picture_name(1), picture);
+    run.keep_picture(job, 1, scratch);
+    run.handle_fault(job, 1, cause);
+  }
+  EXPECT_EQ(record(1)->failure, "the worker crashed again");
+  EXPECT_EQ(record(1)->jpeg, "a picture");
+  EXPECT_EQ(run.next_job(1)->kind, Job::Kind::kAssemble);
+}
+
+TEST_F(DocumentRunTest, APageIsGivenUpWhenItsTimeIsUsedUp) {
+  options.page_timeout = 10;
+  cli::DocumentRun& run = open(2);
+  run.handle_fault(*run.next_job(1), 1, "no result", 10.0);
+  EXPECT_EQ(record(1)->failure, "no result");
+  run.handle_fault(*run.next_job(1), 2, "the worker crashed", 4.0);
+  const Job retry = *run.next_job(1);
+  EXPECT_EQ(retry.pages, std::vector<int>{2});
+  EXPECT_EQ(retry.seconds_used, 4.0);
+}
+
+TEST_F(DocumentRunTest, ADocumentThatTakesAllItsTimeToOpenIsNotTriedAgain) {
+  cli::InputDocument input{"scan.pdf", {folder.path("scan.pdf")}, {}};
+  document.emplace(input, 1, setting);
+  document->handle_fault(*document->next_job(1), 0, "no result", options.page_timeout);
+  EXPECT_EQ(document->outcome().state, cli::DocumentState::kUnreadable);
 }
 
 TEST_F(DocumentRunTest, AnAnswerOfAJobThatWasTakenBackIsNotBelieved) {
