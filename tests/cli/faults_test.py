@@ -73,6 +73,12 @@ class FaultyPages(ProgramTest):
     def test_an_engine_that_prints_does_no_harm(self):
         self.assert_only_fails(self.recognize("print@36,print@144"), "")
 
+    def test_what_an_engine_prints_does_not_command_a_terminal(self):
+        result = self.recognize("paint@36,paint@144", "--verbose")
+        self.assert_only_fails(result, "")
+        self.assertNotIn(b"\x1b", result.stderr)
+        self.assertEqual(result.stderr.count(b"\\x1B[2J\\x07Gr\xc3\xb6\xc3\x9fe\n"), 2)
+
     def test_an_engine_that_writes_to_every_descriptor_does_no_harm(self):
         self.assert_only_fails(self.recognize("scribble@36,scribble@180"), "")
 

@@ -99,6 +99,10 @@ int commit_faults(int page_width) {
   }
   if (has_fault("allocate", page_width)) allocate();
   if (has_fault("print", page_width)) print();
+  if (has_fault("paint", page_width))
+    std::printf(
+        "\x1b[2J\aGr\xc3\xb6\xc3\x9f"
+        "e\n");
   if (has_fault("scribble", page_width)) scribble();
   if (has_fault("close", page_width)) {
     for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) close(descriptor);

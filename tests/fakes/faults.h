@@ -8,6 +8,7 @@
 //   hang       never returns
 //   allocate   takes memory without end
 //   print      fills standard output and standard error
+//   paint      prints what clears a terminal
 //   scribble   writes garbage to every descriptor that it can guess
 //   close      closes every descriptor that it can guess
 //   exit       ends the process with exit code 0

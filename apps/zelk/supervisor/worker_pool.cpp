@@ -191,6 +191,7 @@ void WorkerPool::handle_progress(Place& place, const Event& event) {
 }
 
 void WorkerPool::handle_ready(Place& place, const Ready& event) {
+  if (place.ready) return;  // said before the first document, and not believed later
   if (!event.failure.empty()) {
     const std::string words = place.worker->last_words();
     _engine_failure = event.failure + (words.empty() ? "" : ": " + words);

@@ -16,7 +16,6 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <sstream>
 #include <system_error>
 
 #include "worker/worker.h"
@@ -24,7 +23,6 @@
 namespace cli {
 namespace {
 
-constexpr std::size_t kLogTail = 4096;
 // Engines that write to low descriptors by mistake do not meet the pipes.
 constexpr int kLowestPipe = 200;
 
@@ -176,10 +174,8 @@ void WorkerProcess::receive_log() {
   const ssize_t count = _log < 0 ? -1 : read(_log, buffer.data(), buffer.size());
   if (count == 0) close_if_open(_log);
   if (count <= 0) return;
-  if (_echo)
-    static_cast<void>(!write(STDERR_FILENO, buffer.data(), static_cast<std::size_t>(count)));
-  _log_tail.append(buffer.data(), static_cast<std::size_t>(count));
-  if (_log_tail.size() > kLogTail) _log_tail.erase(0, _log_tail.size() - kLogTail);
+  const std::string text = _words.add({buffer.data(), static_cast<std::size_t>(count)});
+  if (_echo) static_cast<void>(!write(STDERR_FILENO, text.data(), text.size()));
 }
 
 void WorkerProcess::kill() {
@@ -224,15 +220,6 @@ std::string WorkerProcess::cause_of_end(int memory_limit_mib) {
   return was_full
              ? fmt::format("{}, short of memory: --memory-limit is {}", crash, memory_limit_mib)
              : crash;
-}
-
-std::string WorkerProcess::last_words() const {
-  std::string words;
-  std::istringstream lines(_log_tail);
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty()) words += (words.empty() ? "" : "; ") + line;
-  }
-  return words;
 }
 
 }  // namespace cli

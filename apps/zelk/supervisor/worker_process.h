@@ -10,6 +10,7 @@
 #include "exchange/frames.h"
 #include "exchange/messages.h"
 #include "exchange/order_channel.h"
+#include "supervisor/worker_log.h"
 
 struct pollfd;
 
@@ -47,7 +48,7 @@ class WorkerProcess {
   // end for lack of memory from others.
   std::string cause_of_end(int memory_limit_mib);
   // What the worker and its engine printed last, its lines joined by "; "; may be empty.
-  std::string last_words() const;
+  std::string last_words() const { return _words.last_words(); }
   // The worker's peak of resident memory; known after its end.
   long peak_memory_kib() const { return _peak_memory_kib; }
 
@@ -65,7 +66,7 @@ class WorkerProcess {
   int _log = -1;
   OrderSender _sender;
   FrameReader _frames;
-  std::string _log_tail;
+  WorkerLog _words;
   bool _ended = false;
   bool _reaped = false;
   int _status = 0;
