@@ -4,9 +4,10 @@
 import json
 import os
 import subprocess
+import time
 import unittest
 
-from program import CRASHED, ProgramTest, bmp, pdf
+from program import CRASHED, ProgramTest, bmp, pdf, processes_of, wait_until_none
 
 WIDTHS = (36, 72, 108, 144, 180, 216)
 
@@ -141,6 +142,46 @@ class FaultyPages(ProgramTest):
         subprocess.run(["pkill", "-KILL", "-P", str(process.pid)], check=True)
         output, errors = process.communicate()
         self.assertEqual((process.returncode, output), (0, self.texts_without()), errors)
+
+
+class EnginesThatStartProcesses(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.document = self.file("three.pdf", pdf(*((width, 36) for width in WIDTHS[:3])))
+
+    def arguments(self, *more):
+        return ["--dpi", "72", "--jobs", "1", *more, self.document]
+
+    def test_these_end_with_the_run(self):
+        for fault in ("child", "daemon"):
+            for more in ((), ("--no-sandbox",)):
+                with self.subTest(fault, more=more):
+                    result = self.run_program(*self.arguments(*more), faults=f"{fault}@36")
+                    self.assert_result(result, 0)
+                    self.assertEqual(wait_until_none(lambda: processes_of(self.scratch)), [])
+
+    def test_these_end_and_the_folder_goes_when_the_supervisor_is_killed(self):
+        for fault in ("child", "daemon"):
+            with self.subTest(fault):
+                process = subprocess.Popen(
+                    self.command(*self.arguments("--no-sandbox")), stdout=subprocess.DEVNULL,
+                    stderr=subprocess.DEVNULL,
+                    env=self.environment(faults=f"{fault}@36,hang@72"))
+                deadline = time.monotonic() + 20
+                while len(processes_of(self.scratch)) < 2 and time.monotonic() < deadline:
+                    time.sleep(0.05)
+                self.assertEqual(len(processes_of(self.scratch)), 2)
+                process.kill()
+                process.wait()
+                self.assertEqual(wait_until_none(lambda: processes_of(self.scratch)), [])
+                self.assertEqual(wait_until_none(lambda: os.listdir(self.scratch)), [])
+
+    def test_what_was_left_with_nobody_to_remove_it_goes_with_the_next_run(self):
+        left = self.scratch / "zelk-run-killed" / "worker-1"
+        left.mkdir(parents=True)
+        (left / "page-000001").write_bytes(b"record")
+        self.assert_result(self.run_program(*self.arguments()), 0)
+        self.assertEqual(os.listdir(self.scratch), [])
 
 
 class FaultsAmongDocuments(ProgramTest):

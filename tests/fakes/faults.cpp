@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -75,6 +76,27 @@ void spoil_process(int page_width) {
   }
 }
 
+// Leaves a process behind that nothing but its environment ties to this one.
+void leave_daemon() {
+  if (const pid_t child = fork(); child != 0) {
+    if (child > 0) waitpid(child, nullptr, 0);
+    return;
+  }
+  setsid();
+  if (fork() == 0) {
+    for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) close(descriptor);
+    if (chdir("/") == 0) sleep(600);
+  }
+  _exit(0);
+}
+
+void leave_child() {
+  if (fork() == 0) {
+    sleep(600);
+    _exit(0);
+  }
+}
+
 void replace_document() {
   std::rename(in_folder("other.pdf").c_str(), in_folder("document.pdf").c_str());
 }
@@ -110,6 +132,8 @@ int commit_faults(int page_width) {
   if (has_fault("exit", page_width)) std::exit(0);
   if (has_fault("once", page_width)) crash_once();
   spoil_process(page_width);
+  if (has_fault("daemon", page_width)) leave_daemon();
+  if (has_fault("child", page_width)) leave_child();
   if (has_fault("replace", page_width)) replace_document();
   if (has_fault("shrink", page_width)) shrink_document();
   return has_fault("refuse", page_width) ? 5 : 0;

@@ -17,6 +17,8 @@
 //   absurd     claims 2,000,000,000 lines of 2,000,000,000 characters
 //   descriptors, folder, umask, locale, environment, limits
 //              uses up or changes what belongs to the process
+//   child, daemon
+//              leaves a child, or a process that left everything, behind
 //   replace    renames the file other.pdf in the folder FAKE_FOLDER to document.pdf
 //   shrink     truncates document.pdf there
 //   endless    fills the JSON buffer without a zero byte

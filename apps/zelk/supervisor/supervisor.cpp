@@ -23,6 +23,7 @@
 #include "supervisor/journal.h"
 #include "supervisor/readable_paths.h"
 #include "supervisor/run_folder.h"
+#include "supervisor/run_guard.h"
 #include "supervisor/worker_pool.h"
 
 namespace cli {
@@ -87,6 +88,7 @@ class Supervisor {
   RunListener& _listener;
   std::unique_ptr<Journal> _journal;
   RunFolder _folder;
+  RunGuard _guard;
   std::string _engine_identity;
   DocumentRun::Setting _document_setting;
   WorkerPool _pool;
@@ -107,6 +109,7 @@ Supervisor::Supervisor(const Options& options, const std::string& engine_dir,
       _listener(listener),
       _journal(open_journal(options)),
       _folder(_journal ? _journal->path() : ""),
+      _guard(_folder),
       _document_setting{options, _folder.path(), listener, nullptr},
       _pool(pool_setting(engine_data)) {
   if (!_journal) return;

@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "supervisor/stray_processes.h"
 #include "worker/worker.h"
 
 namespace cli {
@@ -90,7 +91,7 @@ void close_at_exec() {
   close_at_exec();
   const std::string from = std::to_string(fcntl(orders, F_DUPFD, kLowestPipe));
   const std::string to = std::to_string(fcntl(events, F_DUPFD, kLowestPipe));
-  setenv("TMPDIR", scratch.c_str(), 1);  // the only folder that it may write to
+  setenv(kScratchVariable, scratch.c_str(), 1);  // the only folder that it may write to
   if (chdir(scratch.c_str()) == 0) {
     execl("/proc/self/exe", "zelk", kWorkerArgument, from.c_str(), to.c_str(), nullptr);
   }
@@ -190,6 +191,7 @@ void WorkerProcess::reap() {
   while (wait4(_pid, &_status, 0, &usage) < 0 && errno == EINTR) {
   }
   ::kill(-_pid, SIGKILL);  // what it has started
+  end_processes_of(_scratch);
   _reaped = true;
   _peak_memory_kib = usage.ru_maxrss;
 }
