@@ -165,7 +165,14 @@ bool lock_document() {
   const int document = document_descriptor();
   const bool locked = flock(document, LOCK_EX | LOCK_NB) == 0;
   if (locked) flock(document, LOCK_UN);
-  return locked;
+  struct flock part = {};
+  part.l_type = F_RDLCK;
+  const bool locked_part =
+      fcntl(document, F_SETLK, &part) == 0 || fcntl(document, F_OFD_SETLK, &part) == 0;
+  part.l_type = F_UNLCK;
+  fcntl(document, F_SETLK, &part);
+  fcntl(document, F_OFD_SETLK, &part);
+  return locked || locked_part;
 }
 
 bool make_pipe_file() {

@@ -68,9 +68,8 @@ void close_if_open(int& descriptor) {
 void close_at_exec() {
   constexpr unsigned kFirst = STDERR_FILENO + 1;
   if (close_range(kFirst, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
-  struct rlimit limit = {};
-  getrlimit(RLIMIT_NOFILE, &limit);
-  for (unsigned number = kFirst; number < limit.rlim_cur; ++number) {
+  constexpr unsigned kLast = 65535;  // a kernel without close_range
+  for (unsigned number = kFirst; number <= kLast; ++number) {
     fcntl(static_cast<int>(number), F_SETFD, FD_CLOEXEC);
   }
 }

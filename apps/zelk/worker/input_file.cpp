@@ -45,16 +45,10 @@ int move_place(void* cookie, off64_t* offset, int origin) {
   return 0;
 }
 
-int drop_place(void* cookie) {
-  delete static_cast<Place*>(cookie);
-  return 0;
-}
-
 InputFile stream_on(int descriptor) {
-  auto place = std::make_unique<Place>(Place{descriptor});
-  InputFile file(fopencookie(place.get(), "rb", {read_at_place, nullptr, move_place, drop_place}));
-  if (file != nullptr) static_cast<void>(place.release());  // the stream's own from here on
-  return file;
+  const auto place = std::make_shared<Place>(Place{descriptor});
+  FILE* const file = fopencookie(place.get(), "rb", {read_at_place, nullptr, move_place, nullptr});
+  return {file, CloseInput{place}};
 }
 
 unsigned DLL_CALLCONV read_items(void* buffer, unsigned size, unsigned count, fi_handle handle) {

@@ -12,6 +12,7 @@ namespace cli {
 
 struct CloseInput {
   void operator()(FILE* file) const;
+  std::shared_ptr<void> place;  // of a stream on a descriptor
 };
 using InputFile = std::unique_ptr<FILE, CloseInput>;
 

@@ -19,8 +19,9 @@ namespace {
 // What decoders, engines with their threads and the C library need. Everything else does not exist
 // for a worker, calls of newer kernels included, whose names this list cannot know. What is left
 // out on purpose although programs use it: calls that Landlock does not watch and that change files
-// (owner, permissions, times, attributes, truncate by name), second names of files, processes,
-// sockets, memory that is shared by name, settings of other processes.
+// (owner, permissions, times, attributes, truncate by name), locks, which bind other programs,
+// second names of files, processes, sockets, memory that is shared by name, settings of other
+// processes.
 constexpr const char* kAllowed[] = {
     // open files; fcntl and ioctl are below
     "read", "write", "readv", "writev", "pread64", "pwrite64", "preadv", "pwritev", "preadv2",
@@ -76,10 +77,7 @@ std::vector<OneOf> rules_of_values() {
       {"kill", 0, {self}},
       {"tgkill", 0, {self}},
       {"sched_setaffinity", 0, {0}},
-      {"fcntl",
-       1,
-       {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD, F_SETFD, F_GETFL, F_GETLK, F_SETLK, F_SETLKW,
-        F_OFD_GETLK, F_OFD_SETLK, F_OFD_SETLKW}},
+      {"fcntl", 1, {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD, F_SETFD, F_GETFL}},
       {"ioctl", 1, {TCGETS, TIOCGWINSZ, FIONREAD, FIONBIO, FIOCLEX, FIONCLEX}},
       {"prctl",
        0,
