@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
-#include <fstream>
+#include <memory>
 
 namespace {
 
@@ -17,30 +17,40 @@ bool is_netpbm(int format) {
 
 // The next number as FreeImage finds it: whatever is no digit is skipped, a comment to the end of
 // its line, and one byte behind the number. Beyond the limit for all that are larger; 0 for none.
-std::uint64_t next_number(std::istream& stream) {
+std::uint64_t next_number(FILE* file) {
   constexpr std::uint64_t kTooLarge = std::uint64_t{INT_MAX} + 1;
   bool in_comment = false;
-  int byte = stream.get();
-  for (; byte != EOF && (in_comment || byte < '0' || byte > '9'); byte = stream.get()) {
+  int byte = std::getc(file);
+  for (; byte != EOF && (in_comment || byte < '0' || byte > '9'); byte = std::getc(file)) {
     in_comment = in_comment ? byte != '\n' : byte == '#';
   }
   std::uint64_t number = 0;
-  for (; byte >= '0' && byte <= '9'; byte = stream.get()) {
+  for (; byte >= '0' && byte <= '9'; byte = std::getc(file)) {
     number = std::min(10 * number + static_cast<std::uint64_t>(byte - '0'), kTooLarge);
   }
   return number;
 }
 
+struct Close {
+  void operator()(FILE* file) const { std::fclose(file); }
+};
+
 }  // namespace
 
-bool is_impossible_netpbm(int format, const char* file) {
+bool is_impossible_netpbm(int format, const char* path) {
+  if (!is_netpbm(format)) return false;
+  const std::unique_ptr<FILE, Close> file(std::fopen(path, "rbe"));
+  return file == nullptr || is_impossible_netpbm(format, file.get());
+}
+
+bool is_impossible_netpbm(int format, FILE* file) {
   constexpr std::uint64_t kPixelsPerByte = 1000;
   if (!is_netpbm(format)) return false;
-  std::ifstream stream(file, std::ios::binary | std::ios::ate);
-  const std::streamoff size = stream.tellg();
-  stream.seekg(2);  // behind the letter P and the sort
-  const std::uint64_t width = next_number(stream);
-  const std::uint64_t height = next_number(stream);
+  std::fseek(file, 0, SEEK_END);
+  const long size = std::ftell(file);
+  std::fseek(file, 2, SEEK_SET);  // behind the letter P and the sort
+  const std::uint64_t width = next_number(file);
+  const std::uint64_t height = next_number(file);
   if (size < 0 || width < 1 || width > INT_MAX || height < 1 || height > INT_MAX) return true;
   return width * height > kPixelsPerByte * static_cast<std::uint64_t>(size);
 }

@@ -20,6 +20,14 @@ void FPDF_InitLibrary();
 void FPDF_DestroyLibrary();
 
 FPDF_DOCUMENT FPDF_LoadDocument(const char* file_path, const char* password);
+// A document that is read through a function, which returns 0 when it fails. Both live until the
+// document is closed.
+struct FPDF_FILEACCESS {
+  unsigned long length;
+  int (*read)(void* source, unsigned long position, unsigned char* buffer, unsigned long size);
+  void* source;
+};
+FPDF_DOCUMENT FPDF_LoadCustomDocument(FPDF_FILEACCESS* file, const char* password);
 void FPDF_CloseDocument(FPDF_DOCUMENT document);
 unsigned long FPDF_GetDocPermissions(FPDF_DOCUMENT document);
 int FPDF_GetPageCount(FPDF_DOCUMENT document);

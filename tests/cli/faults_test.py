@@ -4,9 +4,10 @@
 import json
 import os
 import subprocess
+import time
 import unittest
 
-from program import CRASHED, ProgramTest, bmp, pdf
+from program import CRASHED, ProgramTest, bmp, pdf, processes_of, wait_until_none
 
 WIDTHS = (36, 72, 108, 144, 180, 216)
 
@@ -40,6 +41,16 @@ class FaultyPages(ProgramTest):
         result = self.recognize("hang@108", "--page-timeout", "2")
         self.assert_only_fails(result, "no result within 2 seconds (--page-timeout)", 108)
 
+    def test_a_page_gets_its_time_once_whatever_is_tried(self):
+        target = self.folder / "out.pdf"
+        result = self.recognize("hang@108", "--page-timeout", "2", "--verbose", "--format", "pdf",
+                                "-o", target)
+        self.assertEqual(result.returncode, 5, result.stderr)
+        # Once for each page, and pages behind the one that hangs are not begun before it.
+        self.assertEqual(result.stderr.count(b"chatter: recognising"), len(WIDTHS))
+        listed = subprocess.run(["pdfimages", "-list", target], check=True, capture_output=True)
+        self.assertEqual(len(listed.stdout.splitlines()) - 2, len(WIDTHS))
+
     @unittest.skipIf(os.environ.get("ZELK_SANITIZED"), "sanitizers need all of the address space")
     def test_a_page_without_end_to_its_hunger_is_stopped_at_the_memory_limit(self):
         result = self.recognize("allocate@144", "--memory-limit", "400")
@@ -62,6 +73,12 @@ class FaultyPages(ProgramTest):
 
     def test_an_engine_that_prints_does_no_harm(self):
         self.assert_only_fails(self.recognize("print@36,print@144"), "")
+
+    def test_what_an_engine_prints_does_not_command_a_terminal(self):
+        result = self.recognize("paint@36,paint@144", "--verbose")
+        self.assert_only_fails(result, "")
+        self.assertNotIn(b"\x1b", result.stderr)
+        self.assertEqual(result.stderr.count(b"\\x1B[2J\\x07Gr\xc3\xb6\xc3\x9fe\n"), 2)
 
     def test_an_engine_that_writes_to_every_descriptor_does_no_harm(self):
         self.assert_only_fails(self.recognize("scribble@36,scribble@180"), "")
@@ -127,6 +144,46 @@ class FaultyPages(ProgramTest):
         self.assertEqual((process.returncode, output), (0, self.texts_without()), errors)
 
 
+class EnginesThatStartProcesses(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.document = self.file("three.pdf", pdf(*((width, 36) for width in WIDTHS[:3])))
+
+    def arguments(self, *more):
+        return ["--dpi", "72", "--jobs", "1", *more, self.document]
+
+    def test_these_end_with_the_run(self):
+        for fault in ("child", "daemon"):
+            for more in ((), ("--no-sandbox",)):
+                with self.subTest(fault, more=more):
+                    result = self.run_program(*self.arguments(*more), faults=f"{fault}@36")
+                    self.assert_result(result, 0)
+                    self.assertEqual(wait_until_none(lambda: processes_of(self.scratch)), [])
+
+    def test_these_end_and_the_folder_goes_when_the_supervisor_is_killed(self):
+        for fault in ("child", "daemon"):
+            with self.subTest(fault):
+                process = subprocess.Popen(
+                    self.command(*self.arguments("--no-sandbox")), stdout=subprocess.DEVNULL,
+                    stderr=subprocess.DEVNULL,
+                    env=self.environment(faults=f"{fault}@36,hang@72"))
+                deadline = time.monotonic() + 20
+                while len(processes_of(self.scratch)) < 2 and time.monotonic() < deadline:
+                    time.sleep(0.05)
+                self.assertEqual(len(processes_of(self.scratch)), 2)
+                process.kill()
+                process.wait()
+                self.assertEqual(wait_until_none(lambda: processes_of(self.scratch)), [])
+                self.assertEqual(wait_until_none(lambda: os.listdir(self.scratch)), [])
+
+    def test_what_was_left_with_nobody_to_remove_it_goes_with_the_next_run(self):
+        left = self.scratch / "zelk-run-killed" / "worker-1"
+        left.mkdir(parents=True)
+        (left / "page-000001").write_bytes(b"record")
+        self.assert_result(self.run_program(*self.arguments()), 0)
+        self.assertEqual(os.listdir(self.scratch), [])
+
+
 class FaultsAmongDocuments(ProgramTest):
     def test_the_other_documents_are_delivered(self):
         names = [self.file(f"{width}.bmp", bmp(width, 10)) for width in range(10, 30)]
@@ -138,12 +195,46 @@ class FaultsAmongDocuments(ProgramTest):
         self.assertEqual(result.stdout.decode(), expected)
 
 
+class SpoiltProcesses(ProgramTest):
+    """An engine that spoils its process on the third page of the first document."""
+
+    KINDS = ("descriptors", "folder", "umask", "locale", "environment", "limits")
+
+    def test_nothing_but_that_page_can_suffer(self):
+        long = self.file("long.pdf", pdf(*((width, 36) for width in WIDTHS)))
+        others = [self.file(f"{width}.bmp", bmp(width, 10)) for width in (21, 22, 23)]
+        arguments = ["--dpi", "72", "--jobs", "1", long, *others]
+        sound = self.run_program(*arguments, fake="telling")
+        self.assert_result(sound, 0)
+        lines = sound.stdout.splitlines()
+        self.assertEqual(len(lines), 9)
+        for kind in self.KINDS:
+            for more in ((), ("--no-sandbox",)):
+                with self.subTest(kind, more=more):
+                    result = self.run_program(*more, *arguments, fake="telling",
+                                              faults=f"{kind}@{WIDTHS[2]}")
+                    if result.returncode == 5:
+                        self.assert_complains(result, "page 3: ")
+                        self.assertEqual(result.stdout.splitlines(), lines[:2] + lines[3:])
+                    else:
+                        self.assert_result(result, 0, sound.stdout)
+
+
 class EngineThatCannotStart(ProgramTest):
     def test_an_engine_that_crashes_at_its_start_is_no_engine(self):
         page = self.file("a.bmp", bmp(4, 2))
         result = self.run_program(page, fake="crash-at-start")
         self.assert_result(result, 3, b"")
         self.assert_complains(result, f"libQVEngine.so did not start: {CRASHED}")
+        self.assert_nothing_is_left()
+
+    def test_an_engine_that_hangs_at_its_start_is_waited_for_once(self):
+        page = self.file("a.bmp", bmp(4, 2))
+        result = self.run_program("--verbose", "--jobs", "1", "--page-timeout", "1", page,
+                                  fake="hang-at-start")
+        self.assert_result(result, 3, b"")
+        self.assert_complains(result, "did not start: no result within 1 seconds")
+        self.assertEqual(result.stderr.splitlines().count(b"chatter: starting"), 1)
         self.assert_nothing_is_left()
 
 

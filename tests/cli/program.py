@@ -64,6 +64,21 @@ def workers_in(folder):
     return found
 
 
+def processes_of(folder):
+    """Process numbers of workers with their scratch folders below a folder, and of what their
+    engines started."""
+    found = []
+    for process in pathlib.Path("/proc").iterdir():
+        try:
+            if process.name.isdigit() and any(
+                    variable.startswith(f"TMPDIR={folder}/".encode())
+                    for variable in (process / "environ").read_bytes().split(b"\0")):
+                found.append(int(process.name))
+        except OSError:
+            pass  # it has ended, or is another user's
+    return found
+
+
 class ProgramTest(unittest.TestCase):
     """A folder of its own for each test, and the program with the describing stand-in engine."""
 

@@ -136,6 +136,19 @@ class Resumed(ProgramTest):
         self.assert_result(result, 0)
         self.assertEqual(self.files("out"), expected)
 
+    def test_pipes_in_the_journal_hang_nothing(self):
+        expected = self.undisturbed()
+        self.interrupted()
+        journal = self.folder / "out" / ".zelk-journal"
+        records = sorted(journal.rglob("page-*"))
+        records[0].unlink()
+        for pipe in [records[0], *(folder / name for folder in journal.iterdir()
+                                   for name in ("delivered.new", "page-000030.new"))]:
+            os.mkfifo(pipe)
+        result = self.run_program(*self.arguments("out", "--resume"), fake="", timeout=60)
+        self.assert_result(result, 0)
+        self.assertEqual(self.files("out"), expected)
+
 
 if __name__ == "__main__":
     unittest.main()

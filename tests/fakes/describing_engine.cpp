@@ -6,10 +6,14 @@
 //   failing       no page can be recognised
 //   slow          recognition takes a minute
 //   crash-at-start
+//   hang-at-start
 //   steady        recognition takes a tenth of a second
+//   telling       the text tells the state of the process as well
 // FAKE_FAULTS (faults.h) does worse.
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -37,12 +41,29 @@ const char* languages() {
   return set == nullptr ? "default" : set;
 }
 
+// Relative names lead to the scratch folder, new files can be read, numbers have a decimal point.
+void tell_state() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  char folder[4096] = "";
+  const char* const scratch = std::getenv("TMPDIR");
+  const bool at_home = getcwd(folder, sizeof folder) != nullptr && scratch != nullptr &&
+                       std::strcmp(folder, scratch) == 0;
+  std::snprintf(text, sizeof text, "%dx%d %s %s %03o %s\n", page_width, page_height, languages(),
+                std::setlocale(LC_ALL, nullptr), static_cast<unsigned>(mask),
+                at_home ? "at home" : "elsewhere");
+}
+
 }  // namespace
 
 extern "C" {
 
 int qv_init_engine(const char*) {
   if (asked_to_be("crash-at-start")) raise(SIGSEGV);
+  if (asked_to_be("hang-at-start")) {
+    std::printf("chatter: starting\n");
+    sleep(600);
+  }
   std::printf("chatter: started\n");
   std::fflush(stdout);
   return 0;
@@ -68,7 +89,9 @@ int qv_recognize() {
   if (asked_to_be("slow")) sleep(60);
   if (asked_to_be("steady")) usleep(100000);
   if (asked_to_be("failing")) return 1;
+  if (asked_to_be("telling")) tell_state();
   if (const int code = commit_faults(page_width)) return code;
+  if (text[0] != '\0') return 0;
   std::snprintf(text, sizeof text, "%dx%d %s\n", page_width, page_height, languages());
   return 0;
 }

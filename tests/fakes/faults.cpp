@@ -2,10 +2,12 @@
 #include "fakes/faults.h"
 
 #include <fcntl.h>
-#include <sys/socket.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -63,32 +65,49 @@ void crash_once() {
   if (created >= 0) crash();
 }
 
-bool can_open(const char* name, int flags) {
-  const int file = open(in_folder(name).c_str(), flags, 0600);
-  if (file >= 0) close(file);
-  return file >= 0;
-}
-
-bool can_run_a_program() {
-  const pid_t child = fork();
-  if (child == 0) {
-    execl("/bin/true", "true", nullptr);
-    _exit(1);
+// What is the process's own, and so that of all later pages.
+void spoil_process(int page_width) {
+  if (has_fault("descriptors", page_width)) {
+    while (open("/dev/null", O_RDONLY) >= 0) continue;
   }
-  int status = 1;
-  waitpid(child, &status, 0);
-  return status == 0;
+  if (has_fault("folder", page_width)) static_cast<void>(!chdir("/"));
+  if (has_fault("umask", page_width)) umask(0777);
+  if (has_fault("locale", page_width)) std::setlocale(LC_ALL, "C.UTF-8");
+  if (has_fault("environment", page_width)) setenv("QV_LANGUAGES", "spoilt", 1);
+  if (has_fault("limits", page_width)) {
+    const struct rlimit nothing = {0, 0};
+    setrlimit(RLIMIT_FSIZE, &nothing);
+    setrlimit(RLIMIT_NOFILE, &nothing);
+  }
 }
 
-// 0 when none of these faults is asked for.
-int break_out(int page_width) {
-  const auto result = [](bool succeeded) { return succeeded ? 71 : 70; };
-  if (has_fault("socket", page_width)) return result(socket(AF_INET, SOCK_STREAM, 0) >= 0);
-  if (has_fault("exec", page_width)) return result(can_run_a_program());
-  if (has_fault("spy", page_width)) return result(can_open("secret", O_RDONLY));
-  if (has_fault("litter", page_width)) return result(can_open("litter", O_WRONLY | O_CREAT));
-  if (has_fault("signal", page_width)) return result(kill(getppid(), 0) == 0);
-  return 0;
+// Leaves a process behind that nothing but its environment ties to this one.
+void leave_daemon() {
+  if (const pid_t child = fork(); child != 0) {
+    if (child > 0) waitpid(child, nullptr, 0);
+    return;
+  }
+  setsid();
+  if (fork() == 0) {
+    for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) close(descriptor);
+    if (chdir("/") == 0) sleep(600);
+  }
+  _exit(0);
+}
+
+void leave_child() {
+  if (fork() == 0) {
+    sleep(600);
+    _exit(0);
+  }
+}
+
+void replace_document() {
+  std::rename(in_folder("other.pdf").c_str(), in_folder("document.pdf").c_str());
+}
+
+void shrink_document() {
+  static_cast<void>(!truncate(in_folder("document.pdf").c_str(), 100));
 }
 
 }  // namespace
@@ -108,12 +127,20 @@ int commit_faults(int page_width) {
   if (has_fault("allocate", page_width)) allocate();
   if (has_fault("reserve", page_width)) reserve();
   if (has_fault("print", page_width)) print();
+  if (has_fault("paint", page_width))
+    std::printf(
+        "\x1b[2J\aGr\xc3\xb6\xc3\x9f"
+        "e\n");
   if (has_fault("scribble", page_width)) scribble();
   if (has_fault("close", page_width)) {
     for (int descriptor = 0; descriptor <= kLastDescriptor; ++descriptor) close(descriptor);
   }
   if (has_fault("exit", page_width)) std::exit(0);
   if (has_fault("once", page_width)) crash_once();
-  if (const int code = break_out(page_width)) return code;
+  spoil_process(page_width);
+  if (has_fault("daemon", page_width)) leave_daemon();
+  if (has_fault("child", page_width)) leave_child();
+  if (has_fault("replace", page_width)) replace_document();
+  if (has_fault("shrink", page_width)) shrink_document();
   return has_fault("refuse", page_width) ? 5 : 0;
 }

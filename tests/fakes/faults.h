@@ -9,15 +9,19 @@
 //   allocate   takes memory without end
 //   reserve    takes memory without end through new, and ends the process when there is no more
 //   print      fills standard output and standard error
+//   paint      prints what clears a terminal
 //   scribble   writes garbage to every descriptor that it can guess
 //   close      closes every descriptor that it can guess
 //   exit       ends the process with exit code 0
 //   refuse     returns a code
 //   once       crashes the first time, tells by a file in the folder FAKE_FOLDER
 //   absurd     claims 2,000,000,000 lines of 2,000,000,000 characters
-//   socket, exec, spy, litter, signal
-//              opens a socket, runs a program, reads the file secret or writes the file litter in
-//              the folder FAKE_FOLDER, signals the parent; returns 70 when refused, else 71
+//   descriptors, folder, umask, locale, environment, limits
+//              uses up or changes what belongs to the process
+//   child, daemon
+//              leaves a child, or a process that left everything, behind
+//   replace    renames the file other.pdf in the folder FAKE_FOLDER to document.pdf
+//   shrink     truncates document.pdf there
 //   endless    fills the JSON buffer without a zero byte
 bool has_fault(const char* name, int page_width);
 

@@ -4,12 +4,15 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <nettle/sha2.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
+#include "exchange/descriptor.h"
 #include "exchange/error.h"
 
 namespace cli {
@@ -21,28 +24,31 @@ constexpr std::size_t kBlock = std::size_t{1} << 18;
   throw Error(kind, errno, path);
 }
 
-class Descriptor {
- public:
-  Descriptor(const std::string& path, int flags)
-      : _number(open(path.c_str(), flags | O_CLOEXEC, 0666)) {
-    if (_number < 0) fail((flags & O_CREAT) != 0 ? ErrorKind::kOutput : ErrorKind::kInput, path);
+// Files lie in folders that others may write to as well. A pipe under an expected name, which would
+// keep its reader and its writer waiting, is an error like any other.
+Descriptor open_to_read(const std::string& path) {
+  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+  struct stat info = {};
+  if (!file.is_open() || fstat(file.number(), &info) != 0) {
+    fail(ErrorKind::kInput, path);
   }
-  ~Descriptor() {
-    if (_number >= 0) close(_number);
+  if (!S_ISREG(info.st_mode)) {
+    errno = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+    fail(ErrorKind::kInput, path);
   }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
+  return file;
+}
 
-  int number() const { return _number; }
-  void finish(const std::string& path) {
-    const int number = _number;
-    _number = -1;
-    if (close(number) != 0) fail(ErrorKind::kOutput, path);
-  }
+Descriptor create(const std::string& path) {
+  unlink(path.c_str());
+  Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+  if (!file.is_open()) fail(ErrorKind::kOutput, path);
+  return file;
+}
 
- private:
-  int _number;
-};
+void finish(Descriptor file, const std::string& path) {
+  if (file.close() != 0) fail(ErrorKind::kOutput, path);
+}
 
 std::size_t read_some(int descriptor, char* buffer, std::size_t size, const std::string& path) {
   for (;;) {
@@ -71,7 +77,7 @@ void read_blocks(int descriptor, const std::string& path, Use use) {
 }
 
 void copy_file(const std::string& from, const std::string& to) {
-  const Descriptor source(from, O_RDONLY);
+  const Descriptor source = open_to_read(from);
   spool_to_file(source.number(), from, to);
 }
 
@@ -96,10 +102,10 @@ class Sha256 {
 }  // namespace
 
 void write_file(const std::string& path, std::string_view bytes) {
-  Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+  Descriptor file = create(path);
   try {
     write_all(file.number(), bytes, path);
-    file.finish(path);
+    finish(std::move(file), path);
   } catch (const Error&) {
     unlink(path.c_str());
     throw;
@@ -108,7 +114,7 @@ void write_file(const std::string& path, std::string_view bytes) {
 
 std::optional<std::string> read_file(const std::string& path) {
   try {
-    const Descriptor file(path, O_RDONLY);
+    const Descriptor file = open_to_read(path);
     std::string bytes;
     read_blocks(file.number(), path, [&](std::string_view block) { bytes += block; });
     return bytes;
@@ -118,6 +124,12 @@ std::optional<std::string> read_file(const std::string& path) {
 }
 
 void move_file(const std::string& from, const std::string& to) {
+  struct stat info = {};
+  if (lstat(from.c_str(), &info) != 0) fail(ErrorKind::kInput, from);
+  if (!S_ISREG(info.st_mode)) {
+    errno = EINVAL;
+    fail(ErrorKind::kInput, from);
+  }
   if (std::rename(from.c_str(), to.c_str()) == 0) return;
   if (errno != EXDEV) fail(ErrorKind::kOutput, to);
   copy_file(from, to);
@@ -131,16 +143,20 @@ void link_or_copy_file(const std::string& from, const std::string& to) {
 }
 
 void spool_to_file(int descriptor, const std::string& source, const std::string& path) {
-  Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC);
+  Descriptor file = create(path);
   read_blocks(descriptor, source,
               [&](std::string_view block) { write_all(file.number(), block, path); });
-  file.finish(path);
+  finish(std::move(file), path);
 }
 
 std::string digest_of_file(const std::string& path) {
-  const Descriptor file(path, O_RDONLY);
+  return digest_of_descriptor(open_to_read(path).number(), path);
+}
+
+std::string digest_of_descriptor(int descriptor, const std::string& name) {
+  if (lseek(descriptor, 0, SEEK_SET) != 0) fail(ErrorKind::kInput, name);
   Sha256 digest;
-  read_blocks(file.number(), path, [&](std::string_view block) { digest.add(block); });
+  read_blocks(descriptor, name, [&](std::string_view block) { digest.add(block); });
   return digest.hexadecimal();
 }
 

@@ -9,7 +9,8 @@
 namespace cli {
 
 // Files as the parts of a run hand them to each other. Names may hold any bytes. What fails throws
-// Error that names the file, unless something else is said.
+// Error that names the file, unless something else is said. What is no regular file, a pipe for
+// instance, is not read.
 
 // Creates or replaces a file.
 void write_file(const std::string& path, std::string_view bytes);
@@ -30,6 +31,8 @@ void spool_to_file(int descriptor, const std::string& source, const std::string&
 
 // SHA-256 of a file's content in lower-case hexadecimal.
 std::string digest_of_file(const std::string& path);
+// The same of an open file; `name` is for errors.
+std::string digest_of_descriptor(int descriptor, const std::string& name);
 
 // SHA-256 of a text in lower-case hexadecimal.
 std::string digest_of_text(std::string_view text);

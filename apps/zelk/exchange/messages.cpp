@@ -14,7 +14,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StartOrder, engine_dir, memory_limit_mib, pag
                                    pictures, sandbox, readable)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OpenOrder, input, digest)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder::Page, number, index)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, failure, name)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PagesOrder, input, pages, name)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(OutputOrder, file, page_count, pages, page_break)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder::Target, format, file)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AssembleOrder, document, targets)
@@ -24,7 +24,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Opened, pages, digest, decrypted)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Refused, reason, needs_password)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageStarted, number)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PageFinished, number, failure, is_unreadable, is_damaged,
-                                   has_own_text, has_picture, warning, seconds, memory_kib)
+                                   has_own_text, warning, seconds, memory_kib)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(JobFailed, reason, is_output)
 
 namespace {

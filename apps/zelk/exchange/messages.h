@@ -45,8 +45,7 @@ struct OpenOrder {
   bool digest = false;  // wanted: the digest of the content
 };
 
-// Recognises pages of an input, or makes only their pictures. Answers for each page: PageStarted,
-// PageFinished.
+// Recognises pages of an input. Answers for each page: PageStarted, PageFinished.
 struct PagesOrder {
   struct Page {
     int number = 0;  // in the document, from 1: names the record
@@ -54,8 +53,6 @@ struct PagesOrder {
   };
   std::string input;
   std::vector<Page> pages;
-  // Not empty: nothing is recognised, the records hold this failure and the picture.
-  std::string failure;
   std::string name = {};  // what failures begin with, of a list's picture; mostly empty
 };
 
@@ -100,14 +97,14 @@ struct PageStarted {
   int number = 0;
 };
 
-// The page's record lies in the scratch folder under its page_record_name.
+// The page's record lies in the scratch folder under its page_record_name. While the page is
+// recognised, a record with nothing but its picture, if wanted, lies under its page_picture_name.
 struct PageFinished {
   int number = 0;
   std::string failure;         // as in the record
   bool is_unreadable = false;  // as in the record: another attempt would fail in the same way
   bool is_damaged = false;     // failed for its lost parts: so would another attempt
   bool has_own_text = false;   // as in the record
-  bool has_picture = false;    // the record holds a JPEG
   std::string warning;
   double seconds = 0.0;
   long memory_kib = 0;

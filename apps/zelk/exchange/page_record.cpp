@@ -143,4 +143,8 @@ std::string page_record_name(int page) {
   return fmt::format("page-{:06}", page);
 }
 
+std::string page_picture_name(int page) {
+  return fmt::format("picture-{:06}", page);
+}
+
 }  // namespace cli

@@ -53,6 +53,8 @@ std::optional<PageRecord> read_page_record(const std::string& path);
 
 // File name of a page's record in a document's folder: "page-000012".
 std::string page_record_name(int page);
+// The same for the record of its picture, which is there before the page is recognised.
+std::string page_picture_name(int page);
 
 }  // namespace cli
 

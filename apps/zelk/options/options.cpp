@@ -167,7 +167,7 @@ void add_worker_options(CLI::App& app, Options& options) {
   add_number("-j,--jobs", options.jobs, "N", range(1, 1024),
              "Worker processes (default: one for each core)");
   add_number("--page-timeout", options.page_timeout, "SECONDS", range(1, 86400),
-             "Time for one page (default: 180)");
+             "Time for one page, all attempts together (default: 180)");
   add_number("--memory-limit", options.memory_limit, "MIB", range(64, 1048576),
              "Memory of one worker (default: 2048)");
   add_number("--recycle", options.recycle, "PAGES", range(1, 1000000),

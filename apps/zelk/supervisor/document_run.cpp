@@ -2,7 +2,6 @@
 #include "supervisor/document_run.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -21,6 +20,12 @@ constexpr int kAttempts = 2;  // the second one alone in a fresh worker
 
 std::string output_name(std::size_t target) {
   return fmt::format("output-{}", target);
+}
+
+// What a worker says that it left need not be true.
+bool is_file(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(std::filesystem::symlink_status(path, ignored));
 }
 
 int take_front(std::deque<int>& pages) {
@@ -43,13 +48,18 @@ DocumentRun::DocumentRun(InputDocument input, int id, const Setting& setting)
       _setting(setting),
       _folder(fmt::format("{}/document-{}", setting.run_folder, id)) {
   make_folders(_folder);
+  const bool keep = _input.files.size() == 1;  // a list may be longer than descriptors last
   for (const std::string& file : _input.files)
-    _sources.push_back({file, "", false, false, 0, {}, ""});
+    _sources.push_back({SourceFile(file, keep), "", false, false, 0, {}, ""});
   _outcome.name = _input.name;
 }
 
 std::string DocumentRun::record_path(int page) const {
   return _folder + "/" + page_record_name(page);
+}
+
+std::string DocumentRun::picture_path(int page) const {
+  return fmt::format("{}/document-{}/{}", _setting.run_folder, _id, page_picture_name(page));
 }
 
 std::string DocumentRun::input_name(std::size_t source) const {
@@ -71,7 +81,7 @@ std::optional<Job> DocumentRun::next_job(int window) {
     case Stage::kAssembling:
       if (_assembly_given_out) return {};
       _assembly_given_out = true;
-      return Job{Job::Kind::kAssemble, this, 0, {}, _assembly_attempts > 0, ""};
+      return Job{Job::Kind::kAssemble, this, 0, {}, _assembly_attempts > 0, 0, 0.0};
     case Stage::kAssembled:
     case Stage::kFinished:
       break;
@@ -84,13 +94,15 @@ std::optional<Job> DocumentRun::next_opening() {
     Source& source = _sources[index];
     if (source.given_out || source.opened) continue;
     source.given_out = true;
-    return Job{Job::Kind::kOpen, this, index, {}, source.attempts > 0, ""};
+    return Job{Job::Kind::kOpen, this, index, {}, source.attempts > 0, 0, 0.0};
   }
   return {};
 }
 
 std::optional<Job> DocumentRun::next_pages(int window) {
-  Job job{Job::Kind::kPages, this, 0, {}, false, "", 0};
+  Job job;
+  job.kind = Job::Kind::kPages;
+  job.document = this;
   if (!_pending.empty()) {
     job.source = page(_pending.front()).source;
     while (!_pending.empty() && job.pages.size() < static_cast<std::size_t>(window) &&
@@ -100,11 +112,7 @@ std::optional<Job> DocumentRun::next_pages(int window) {
   } else if (!_retries.empty()) {
     job.pages = {take_front(_retries)};
     job.wants_fresh_worker = true;
-  } else if (!_pictures.empty()) {
-    job.kind = Job::Kind::kPicture;
-    job.pages = {take_front(_pictures)};
-    job.wants_fresh_worker = true;
-    job.failure = page(job.pages.front()).failure;
+    job.seconds_used = page(job.pages.front()).seconds_used;
   } else {
     return {};
   }
@@ -114,7 +122,7 @@ std::optional<Job> DocumentRun::next_pages(int window) {
   return job;
 }
 
-Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
+OrderWithDocument DocumentRun::prepare(const Job& job, const std::string& scratch) {
   if (job.kind == Job::Kind::kAssemble) {
     AssembleOrder order;
     order.document.file = _input.name;
@@ -127,16 +135,16 @@ Order DocumentRun::prepare(const Job& job, const std::string& scratch) const {
     for (std::size_t index = 0; index < _input.targets.size(); ++index) {
       order.targets.push_back({_input.targets[index].format, output_name(index)});
     }
-    return order;
+    return {std::move(order), {}};
   }
   const std::string input = input_name(job.source);
-  if (access((scratch + "/" + input).c_str(), F_OK) != 0) {
-    link_or_copy_file(_sources[job.source].path, scratch + "/" + input);
+  Descriptor document = _sources[job.source].file.open();
+  if (job.kind == Job::Kind::kOpen) {
+    return {OpenOrder{input, _setting.attach != nullptr}, std::move(document)};
   }
-  if (job.kind == Job::Kind::kOpen) return OpenOrder{input, _setting.attach != nullptr};
-  PagesOrder order{input, {}, job.failure, list_name(job.source)};
+  PagesOrder order{input, {}, list_name(job.source)};
   for (const int number : job.pages) order.pages.push_back({number, page(number).index});
-  return order;
+  return {std::move(order), std::move(document)};
 }
 
 // ---- taking back ----
@@ -147,26 +155,30 @@ void DocumentRun::handle(const Job& job, const Event& event, const std::string& 
   if (const auto* const refused = std::get_if<Refused>(&event)) handle_refused(job, *refused);
   if (const auto* const page = std::get_if<PageFinished>(&event)) handle_page(job, *page, scratch);
   if (std::holds_alternative<JobDone>(event)) {
-    if (job.kind == Job::Kind::kAssemble) {
-      for (std::size_t index = 0; index < _input.targets.size(); ++index) {
-        move_file(scratch + "/" + output_name(index), output_path(index));
-      }
-      _stage = Stage::kAssembled;
-    } else {
-      handle_end(job);
-    }
+    job.kind == Job::Kind::kAssemble ? handle_assembled(job, scratch) : handle_end(job);
   }
+}
+
+void DocumentRun::handle_assembled(const Job& job, const std::string& scratch) {
+  for (std::size_t index = 0; index < _input.targets.size(); ++index) {
+    const std::string file = scratch + "/" + output_name(index);
+    if (!is_file(file)) return handle_fault(job, 0, "the worker left no output");
+    move_file(file, output_path(index));
+  }
+  _stage = Stage::kAssembled;
 }
 
 void DocumentRun::handle_opened(const Job& job, const Opened& event, const std::string& scratch) {
   Source& source = _sources[job.source];
   if (source.opened) return;
+  const std::string decrypted = scratch + "/" + event.decrypted;
+  if (!event.decrypted.empty() && !is_file(decrypted)) return;  // as good as no answer
   source.opened = true;
   source.digest = event.digest;
   if (!event.decrypted.empty()) {
-    source.path = fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source));
-    move_file(scratch + "/" + event.decrypted, source.path);
-    unlink((scratch + "/" + input_name(job.source)).c_str());
+    source.file.replace(
+        fmt::format("{}/{}.decrypted", _setting.run_folder, input_name(job.source)));
+    move_file(decrypted, source.file.path());
   }
   source.pages = event.pages;
 }
@@ -237,7 +249,7 @@ void DocumentRun::load_records() {
       page_done({number, "", record->warning, record->seconds, record->memory_kib, true, false,
                  record->has_own_text});
     } else if (!page(number).failure.empty()) {
-      record_without_picture(number, page(number).failure);
+      record_failure(number, page(number).failure);
     } else {
       _pending.push_back(number);
     }
@@ -249,14 +261,12 @@ void DocumentRun::handle_page(const Job& job, const PageFinished& event,
   if (!holds(job, event.number)) return;  // not a page of this job
   const bool is_final =
       event.failure.empty() || event.is_unreadable || event.is_damaged ||
-      job.kind == Job::Kind::kPicture ||
-      (page(event.number).attempts + 1 >= kAttempts && (event.has_picture || !wants_pictures()));
-  if (!is_final) {
-    lose_pages(job, event.number, event.failure);
-    return;
-  }
+      page(event.number).attempts + 1 >= kAttempts;
+  if (!is_final) return lose_pages(job, event.number, event.failure, event.seconds);
+  const std::string record = scratch + "/" + page_record_name(event.number);
+  if (!is_file(record)) return handle_fault(job, event.number, "the worker left no result");
   _holders.erase(event.number);
-  move_file(scratch + "/" + page_record_name(event.number), record_path(event.number));
+  move_file(record, record_path(event.number));
   page_done({event.number, event.failure, event.warning, event.seconds, event.memory_kib, false,
              event.is_unreadable, event.has_own_text});
 }
@@ -272,27 +282,33 @@ void DocumentRun::handle_end(const Job& job) {
   settle(job);
 }
 
-void DocumentRun::handle_fault(const Job& job, int number, const std::string& cause) {
+void DocumentRun::handle_fault(const Job& job, int number, const std::string& cause,
+                               double seconds) {
   if (_stage == Stage::kFinished) return;
+  const bool took_all_its_time = seconds >= _setting.options.page_timeout;
   if (job.kind == Job::Kind::kOpen) {
     Source& source = _sources[job.source];
     source.given_out = false;
-    if (!source.opened && ++source.attempts >= kAttempts) handle_refused(job, {cause, false});
+    if (!source.opened && (++source.attempts >= kAttempts || took_all_its_time)) {
+      handle_refused(job, {cause, false});
+    }
     settle(job);
     return;
   }
   if (job.kind == Job::Kind::kAssemble) {
     _assembly_given_out = false;
-    if (++_assembly_attempts >= kAttempts) finish(DocumentState::kFailed, "no outputs: " + cause);
+    if (++_assembly_attempts >= kAttempts || took_all_its_time)
+      finish(DocumentState::kFailed, "no outputs: " + cause);
     return;
   }
   const std::string name = list_name(job.source);
-  lose_pages(job, number, name.empty() ? cause : name + ": " + cause);
+  lose_pages(job, number, name.empty() ? cause : name + ": " + cause, seconds);
 }
 
-void DocumentRun::lose_pages(const Job& job, int number, const std::string& cause) {
+void DocumentRun::lose_pages(const Job& job, int number, const std::string& cause,
+                             double seconds) {
   give_back(job, number);
-  if (number > 0 && _holders.erase(number) > 0) fail_page(job, number, cause);
+  if (number > 0 && _holders.erase(number) > 0) fail_page(number, cause, seconds);
   settle(job);
 }
 
@@ -316,30 +332,35 @@ void DocumentRun::give_back(const Job& job, int& number) {
   }
 }
 
-void DocumentRun::fail_page(const Job& job, int number, const std::string& cause) {
+// --page-timeout is for all attempts of a page together.
+void DocumentRun::fail_page(int number, const std::string& cause, double seconds) {
   Page& failed = page(number);
-  if (job.kind == Job::Kind::kPicture) {
-    record_without_picture(number, failed.failure);
-    return;
-  }
   failed.failure = cause;
-  if (++failed.attempts < kAttempts) {
+  failed.seconds_used += seconds;
+  if (++failed.attempts < kAttempts && failed.seconds_used < _setting.options.page_timeout) {
     _retries.push_back(number);
-  } else if (wants_pictures()) {
-    _pictures.push_back(number);
   } else {
-    record_without_picture(number, cause);
+    record_failure(number, cause);
   }
 }
 
-void DocumentRun::record_without_picture(int number, const std::string& cause) {
-  PageRecord record;
+void DocumentRun::keep_picture(const Job& job, int page, const std::string& scratch) const {
+  const std::string picture = scratch + "/" + page_picture_name(page);
+  if (holds(job, page) && is_file(picture)) move_file(picture, picture_path(page));
+}
+
+void DocumentRun::record_failure(int number, const std::string& cause) {
+  const PageRecord nothing;
+  PageRecord record = read_page_record(picture_path(number)).value_or(nothing);
+  std::error_code ignored;
+  std::filesystem::remove(picture_path(number), ignored);
+  if (record.page != number) record = nothing;
   record.page = number;
   record.failure = cause;
   record.page_width = page(number).width;
   record.page_height = page(number).height;
   write_page_record(record_path(number), record);
-  page_done({number, cause, "", 0.0, 0, false, false, false});
+  page_done({number, cause, record.warning, 0.0, 0, false, false, false});
 }
 
 void DocumentRun::page_done(const PageOutcome& outcome) {
@@ -379,7 +400,8 @@ void DocumentRun::remove_files() const {
   std::error_code ignored;
   std::filesystem::remove_all(fmt::format("{}/document-{}", _setting.run_folder, _id), ignored);
   for (const Source& source : _sources) {
-    if (source.path.starts_with(_setting.run_folder)) std::filesystem::remove(source.path, ignored);
+    const std::string& path = source.file.path();
+    if (path.starts_with(_setting.run_folder)) std::filesystem::remove(path, ignored);
   }
   for (std::size_t index = 0; index < _input.targets.size(); ++index) {
     std::filesystem::remove(output_path(index), ignored);

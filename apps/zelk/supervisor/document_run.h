@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "exchange/messages.h"
+#include "exchange/order_channel.h"
 #include "options/inputs.h"
 #include "supervisor/events.h"
+#include "supervisor/source_file.h"
 
 namespace cli {
 
@@ -23,14 +25,14 @@ bool needs_pictures(const InputDocument& input);
 
 // A piece of work for one worker.
 struct Job {
-  enum class Kind { kOpen, kPages, kPicture, kAssemble };
+  enum class Kind { kOpen, kPages, kAssemble };
   Kind kind = Kind::kOpen;
   DocumentRun* document = nullptr;
   std::size_t source = 0;  // which of the document's files
   std::vector<int> pages;  // numbers in the document
   bool wants_fresh_worker = false;
-  std::string failure;  // of a kPicture: what befell the page
-  int id = 0;           // of those with pages: tells who has which page
+  int id = 0;                 // of those with pages: tells who has which page
+  double seconds_used = 0.0;  // by earlier attempts of a page that is tried once more
 };
 
 // One document on its way from its files to its outputs: which jobs there are, what became of them.
@@ -62,16 +64,17 @@ class DocumentRun {
   std::optional<Job> next_job(int window);
   int waiting_pages() const { return static_cast<int>(_pending.size()); }
 
-  // Lays the files of a job into a worker's scratch folder and says what to do with them.
-  Order prepare(const Job& job, const std::string& scratch) const;
-
-  // Name of a source's file in scratch folders.
-  std::string input_name(std::size_t source) const;
+  // What a worker has to do for a job, with the document that it has to read; what else the job
+  // takes is laid into its scratch folder.
+  OrderWithDocument prepare(const Job& job, const std::string& scratch);
 
   // What a worker tells of a job.
   void handle(const Job& job, const Event& event, const std::string& scratch);
-  // The job's worker is gone, hangs or is out of its mind. `page`: the one at hand, 0 if none.
-  void handle_fault(const Job& job, int page, const std::string& cause);
+  // The job's worker is gone, hangs or is out of its mind. `page`: the one at hand, 0 if none;
+  // `seconds`: what was spent on it, or on the job.
+  void handle_fault(const Job& job, int page, const std::string& cause, double seconds = 0.0);
+  // Keeps the picture of a page that a worker has left unfinished; before handle_fault.
+  void keep_picture(const Job& job, int page, const std::string& scratch) const;
 
   // Outputs lie in output_path(), to be delivered.
   bool is_assembled() const { return _stage == Stage::kAssembled; }
@@ -84,7 +87,7 @@ class DocumentRun {
  private:
   enum class Stage { kOpening, kRecognizing, kAssembling, kAssembled, kFinished };
   struct Source {
-    std::string path;
+    SourceFile file;
     std::string digest;
     bool given_out = false;
     bool opened = false;
@@ -98,7 +101,8 @@ class DocumentRun {
     double width = 0.0;
     double height = 0.0;
     int attempts = 0;
-    std::string failure;  // of the last attempt
+    std::string failure;        // of the last attempt
+    double seconds_used = 0.0;  // by all attempts
   };
 
   std::optional<Job> next_opening();
@@ -106,21 +110,24 @@ class DocumentRun {
   void handle_opened(const Job& job, const Opened& event, const std::string& scratch);
   void handle_refused(const Job& job, const Refused& event);
   void handle_page(const Job& job, const PageFinished& event, const std::string& scratch);
+  void handle_assembled(const Job& job, const std::string& scratch);
   void handle_end(const Job& job);
   void settle(const Job& job);
   void open_pages();
   void load_records();
   bool holds(const Job& job, int page) const;
   void give_back(const Job& job, int& number);
-  void lose_pages(const Job& job, int number, const std::string& cause);
+  void lose_pages(const Job& job, int number, const std::string& cause, double seconds);
   // The picture that a page of a list is, as its number alone would tell little; else empty.
   std::string list_name(std::size_t source) const;
-  void fail_page(const Job& job, int number, const std::string& cause);
-  void record_without_picture(int number, const std::string& cause);
+  void fail_page(int number, const std::string& cause, double seconds);
+  void record_failure(int number, const std::string& cause);
   void page_done(const PageOutcome& outcome);
   void check_pages();
   bool wants_pictures() const { return needs_pictures(_input); }
   std::string record_path(int page) const;
+  std::string picture_path(int page) const;
+  std::string input_name(std::size_t source) const;
   Page& page(int number) { return _pages[static_cast<std::size_t>(number) - 1]; }
   const Page& page(int number) const { return _pages[static_cast<std::size_t>(number) - 1]; }
 
@@ -136,7 +143,6 @@ class DocumentRun {
   std::vector<int> _wanted;
   std::deque<int> _pending;
   std::deque<int> _retries;
-  std::deque<int> _pictures;
   std::map<int, int> _holders;  // page in the hands of a worker, the job that it belongs to
   int _last_job = 0;
   std::map<int, PageOutcome> _page_outcomes;

@@ -9,8 +9,8 @@ namespace cli {
 // A run's own folder for everything unfinished; removed with all its content at the end.
 class RunFolder {
  public:
-  // Made in `parent`, where folders that runs left behind when they were killed are removed; in the
-  // system's folder for temporary files when `parent` is empty. Throws Error.
+  // Made in `parent`, or in the system's folder for temporary files when `parent` is empty; folders
+  // that runs of this user left behind there when they were killed are removed. Throws Error.
   explicit RunFolder(const std::string& parent);
   ~RunFolder();
   RunFolder(const RunFolder&) = delete;
@@ -19,6 +19,8 @@ class RunFolder {
   const std::string& path() const { return _path; }
   // Path of a file in it.
   std::string path(const std::string& name) const { return _path + "/" + name; }
+  // The descriptor that holds its lock.
+  int lock() const { return _lock; }
 
  private:
   std::string _path;

@@ -25,6 +25,7 @@
 #include "supervisor/readable_paths.h"
 #include "supervisor/record_key.h"
 #include "supervisor/run_folder.h"
+#include "supervisor/run_guard.h"
 #include "supervisor/worker_pool.h"
 
 namespace cli {
@@ -104,6 +105,7 @@ class Supervisor {
   std::string _output_folder;  // that holds the journal; empty without one
   std::unique_ptr<Journal> _journal;
   RunFolder _folder;
+  RunGuard _guard;
   std::string _engine_identity;
   DocumentRun::Setting _document_setting;
   Delivery _delivery;
@@ -124,6 +126,7 @@ Supervisor::Supervisor(const Options& options, EngineLocation engine, Inputs inp
       _output_folder(journal_folder(options)),
       _journal(open_journal(options)),
       _folder(_journal ? _journal->path() : ""),
+      _guard(_folder),
       _document_setting{options, _folder.path(), listener, nullptr},
       _delivery(results, _folder.path(), options.page_break),
       _pool(pool_setting()) {

@@ -58,19 +58,20 @@ void WorkerPool::start_worker(Place& place) {
   place.worker = std::make_unique<WorkerProcess>(scratch, _setting.echo);
   place.ready = false;
   place.pages_done = 0;
-  place.worker->send(_setting.start);
-  await_life(place);
+  place.worker->send({_setting.start, {}});
+  begin_waiting(place);
 }
 
 void WorkerPool::begin(Place& place) {
   place.page = 0;
+  place.pages_started = 0;
   if (place.job->document->is_finished()) {  // while the worker was starting
     place.job.reset();
     return;
   }
   try {
     place.worker->send(place.job->document->prepare(*place.job, place.worker->scratch()));
-    await_life(place);
+    begin_waiting(place);
   } catch (const Error& error) {
     const Job job = *std::exchange(place.job, std::nullopt);
     if (error.kind() == ErrorKind::kOutput) {
@@ -82,7 +83,7 @@ void WorkerPool::begin(Place& place) {
 }
 
 void WorkerPool::dismiss(std::unique_ptr<WorkerProcess> worker) {
-  worker->send(QuitOrder{});
+  worker->send({QuitOrder{}, {}});
   _leaving.push_back({std::move(worker), Clock::now() + kTimeToLeave});
 }
 
@@ -98,8 +99,14 @@ void WorkerPool::dismiss_all() {
 
 // ---- waiting ----
 
-void WorkerPool::await_life(Place& place) {
-  place.deadline = Clock::now() + std::chrono::seconds(_setting.page_timeout);
+void WorkerPool::begin_waiting(Place& place, double seconds_used) {
+  const std::chrono::duration<double> left(_setting.page_timeout - seconds_used);
+  place.since = Clock::now();
+  place.deadline = place.since + std::chrono::ceil<Clock::duration>(left);
+}
+
+double WorkerPool::seconds_spent(const Place& place) {
+  return std::chrono::duration<double>(Clock::now() - place.since).count();
 }
 
 int WorkerPool::milliseconds_to_deadline() const {
@@ -128,7 +135,10 @@ void WorkerPool::wait(const sigset_t& signals) {
 }
 
 void WorkerPool::attend(Place& place) {
-  for (const Event& event : place.worker->exchange()) handle(place, event);
+  for (const Event& event : place.worker->exchange()) {
+    handle(place, event);
+    if (place.worker == nullptr) return;  // it was replaced
+  }
   if (place.worker->has_ended()) {
     fault(place, cause_of_end(place));
   } else if ((place.job || !place.ready) && Clock::now() >= place.deadline) {
@@ -151,15 +161,9 @@ void WorkerPool::attend_leaving() {
 // ---- news ----
 
 void WorkerPool::handle(Place& place, const Event& event) {
-  await_life(place);
   if (const auto* const ready = std::get_if<Ready>(&event)) return handle_ready(place, *ready);
   if (!place.job || !place.ready) return;  // an answer to nothing
-  if (const auto* const started = std::get_if<PageStarted>(&event)) place.page = started->number;
-  if (const auto* const finished = std::get_if<PageFinished>(&event)) {
-    place.page = 0;
-    ++place.pages_done;
-    _peak_memory_kib = std::max(_peak_memory_kib, finished->memory_kib);
-  }
+  handle_progress(place, event);
   const Job job = *place.job;
   try {
     job.document->handle(job, event, place.worker->scratch());
@@ -168,35 +172,66 @@ void WorkerPool::handle(Place& place, const Event& event) {
     job.document->finish(DocumentState::kOutputFailed, sentence_of(error));
   }
   if (const auto* const failed = std::get_if<JobFailed>(&event)) {
-    const int page = std::exchange(place.page, 0);
-    DocumentRun* const document = end_job(place);
-    if (failed->is_output) {
-      const Error error(ErrorKind::kOutput, place.worker->path(failed->reason));
-      document->finish(DocumentState::kOutputFailed, sentence_of(error));
-    } else {
-      document->handle_fault(job, page, failed->reason);
-    }
+    handle_failure(place, *failed);
   } else if (std::holds_alternative<JobDone>(event)) {
     end_job(place);
   }
 }
 
+// Whatever made the job fail may make the next one fail: an engine that has used up memory or
+// descriptors. So the worker goes.
+void WorkerPool::handle_failure(Place& place, const JobFailed& failed) {
+  const Job job = *std::exchange(place.job, std::nullopt);
+  job.document->keep_picture(job, place.page, place.worker->scratch());
+  const std::string file = place.worker->path(failed.reason);
+  place.ready = false;
+  dismiss(std::move(place.worker));
+  const int page = std::exchange(place.page, 0);
+  if (failed.is_output) {
+    const Error error(ErrorKind::kOutput, file);
+    job.document->finish(DocumentState::kOutputFailed, sentence_of(error));
+  } else {
+    job.document->handle_fault(job, page, failed.reason, seconds_spent(place));
+  }
+}
+
+// What gives a worker more time. It gets that for every page once, in their order, whatever it
+// says.
+void WorkerPool::handle_progress(Place& place, const Event& event) {
+  if (const auto* const started = std::get_if<PageStarted>(&event)) {
+    const std::vector<int>& pages = place.job->pages;
+    if (place.pages_started == pages.size() || pages[place.pages_started] != started->number)
+      return;
+    ++place.pages_started;
+    place.page = started->number;
+    begin_waiting(place, place.job->seconds_used);
+  } else if (const auto* const finished = std::get_if<PageFinished>(&event)) {
+    if (finished->number == place.page) begin_waiting(place);
+    place.page = 0;
+    ++place.pages_done;
+    _peak_memory_kib = std::max(_peak_memory_kib, finished->memory_kib);
+  } else if (std::holds_alternative<OutputProgress>(event)) {
+    begin_waiting(place);
+  }
+}
+
 void WorkerPool::handle_ready(Place& place, const Ready& event) {
+  if (place.ready) return;  // said before the first document, and not believed later
   if (!event.failure.empty()) {
     const std::string words = place.worker->last_words();
     _engine_failure = event.failure + (words.empty() ? "" : ": " + words);
     return;
   }
   _failed_starts = 0;
+  _has_started = true;
   _sandbox_gap = event.sandbox_gap;
   place.ready = true;
   if (place.job) begin(place);
 }
 
-// The input stays in the scratch folder: the next job may be about the same document.
 DocumentRun* WorkerPool::end_job(Place& place) {
   const Job job = *std::exchange(place.job, std::nullopt);
-  place.worker->tidy(job.document->input_name(job.source));
+  place.worker->tidy();
   return job.document;
 }
 
@@ -206,22 +241,27 @@ std::string WorkerPool::cause_of_end(Place& place) const {
 
 // The worker is lost; its job goes back to the document.
 void WorkerPool::fault(Place& place, const std::string& cause) {
-  const bool had_started = place.ready;
   const std::string words = place.worker->last_words();
   _peak_memory_kib = std::max(_peak_memory_kib, place.worker->peak_memory_kib());
+  if (!place.ready) return fault_at_start(place, cause, words);
+  if (place.job) place.job->document->keep_picture(*place.job, place.page, place.worker->scratch());
   place.worker.reset();
   place.ready = false;
-  if (!had_started) {
-    if (++_failed_starts >= kFailedStarts) {
-      _engine_failure = "did not start: " + cause + (words.empty() ? "" : ": " + words);
-    } else if (place.job) {
-      start_worker(place);
-    }
-    return;
-  }
   if (!place.job) return;
   const Job job = *std::exchange(place.job, std::nullopt);
-  job.document->handle_fault(job, std::exchange(place.page, 0), cause);
+  job.document->handle_fault(job, std::exchange(place.page, 0), cause, seconds_spent(place));
+}
+
+// An engine that has never started and takes all the time that a page may take is not waited for
+// again.
+void WorkerPool::fault_at_start(Place& place, const std::string& cause, const std::string& words) {
+  const bool hangs = !_has_started && Clock::now() >= place.deadline;
+  place.worker.reset();
+  if (++_failed_starts >= kFailedStarts || hangs) {
+    _engine_failure = "did not start: " + cause + (words.empty() ? "" : ": " + words);
+  } else if (place.job) {
+    start_worker(place);
+  }
 }
 
 bool WorkerPool::is_idle() const {

@@ -25,7 +25,7 @@ class WorkerPool {
     StartOrder start;
     std::string run_folder;
     int jobs = 1;          // most workers at a time
-    int page_timeout = 0;  // seconds without a sign of life
+    int page_timeout = 0;  // seconds for a page, all attempts together
     int recycle = 0;       // pages after which a worker is replaced
     bool echo = false;     // what workers print goes to standard error
   };
@@ -55,9 +55,11 @@ class WorkerPool {
   struct Place {
     std::unique_ptr<WorkerProcess> worker;
     bool ready = false;
-    std::optional<Job> job;  // waits as long as the worker is not ready
-    int page = 0;            // the one at hand
+    std::optional<Job> job;         // waits as long as the worker is not ready
+    int page = 0;                   // the one at hand
+    std::size_t pages_started = 0;  // of the job
     int pages_done = 0;
+    Clock::time_point since;  // the page, the job or the start began
     Clock::time_point deadline;
   };
   struct Leaving {
@@ -74,10 +76,14 @@ class WorkerPool {
   void attend_leaving();
   void handle(Place& place, const Event& event);
   void handle_ready(Place& place, const Ready& event);
+  void handle_failure(Place& place, const JobFailed& failed);
   DocumentRun* end_job(Place& place);
   void fault(Place& place, const std::string& cause);
+  void fault_at_start(Place& place, const std::string& cause, const std::string& words);
   std::string cause_of_end(Place& place) const;
-  void await_life(Place& place);
+  void handle_progress(Place& place, const Event& event);
+  void begin_waiting(Place& place, double seconds_used = 0.0);
+  static double seconds_spent(const Place& place);
   int milliseconds_to_deadline() const;
 
   Setting _setting;
@@ -86,6 +92,7 @@ class WorkerPool {
   std::string _engine_failure;
   std::string _sandbox_gap;
   int _failed_starts = 0;  // one after another
+  bool _has_started = false;
   int _workers_started = 0;
   long _peak_memory_kib = 0;
 };

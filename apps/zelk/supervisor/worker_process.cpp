@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,16 +16,15 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <sstream>
 #include <system_error>
 
 #include "exchange/error.h"
+#include "supervisor/stray_processes.h"
 #include "worker/worker.h"
 
 namespace cli {
 namespace {
 
-constexpr std::size_t kLogTail = 4096;
 // Engines that write to low descriptors by mistake do not meet the pipes.
 constexpr int kLowestPipe = 200;
 
@@ -43,6 +43,19 @@ struct Pipe {
   int write_end;
 };
 
+// Orders go one way: what the worker writes to its end is refused.
+struct OrderSockets {
+  OrderSockets() {
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) fail("a pipe to a worker");
+    supervisor_end = ends[0];
+    worker_end = ends[1];
+    shutdown(supervisor_end, SHUT_RD);
+  }
+  int supervisor_end;
+  int worker_end;
+};
+
 void set_nonblocking(int descriptor) {
   fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
 }
@@ -52,10 +65,20 @@ void close_if_open(int& descriptor) {
   descriptor = -1;
 }
 
+// Whatever the program that started this one has left open is none of a worker's business.
+void close_at_exec() {
+  constexpr unsigned kFirst = STDERR_FILENO + 1;
+  if (close_range(kFirst, ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
+  constexpr unsigned kLast = 65535;  // a kernel without close_range
+  for (unsigned number = kFirst; number <= kLast; ++number) {
+    fcntl(static_cast<int>(number), F_SETFD, FD_CLOEXEC);
+  }
+}
+
 // Runs in the child; never returns.
 [[noreturn]] void become_worker(const std::string& scratch, pid_t supervisor, int orders,
                                 int events, int log) {
-  setpgid(0, 0);  // the terminal's Ctrl-C is for the supervisor
+  setsid();  // no terminal: its Ctrl-C is for the supervisor, and nobody types into it
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != supervisor) _exit(1);  // it died before the line above
   sigset_t none;
@@ -65,9 +88,10 @@ void close_if_open(int& descriptor) {
   dup2(nothing, STDIN_FILENO);
   dup2(log, STDOUT_FILENO);
   dup2(log, STDERR_FILENO);
+  close_at_exec();
   const std::string from = std::to_string(fcntl(orders, F_DUPFD, kLowestPipe));
   const std::string to = std::to_string(fcntl(events, F_DUPFD, kLowestPipe));
-  setenv("TMPDIR", scratch.c_str(), 1);  // the only folder that it may write to
+  setenv(kScratchVariable, scratch.c_str(), 1);  // the only folder that it may write to
   if (chdir(scratch.c_str()) == 0) {
     execl("/proc/self/exe", "zelk", kWorkerArgument, from.c_str(), to.c_str(), nullptr);
   }
@@ -84,17 +108,16 @@ std::string signal_text(int number) {
 WorkerProcess::WorkerProcess(const std::string& scratch, bool echo)
     : _scratch(scratch), _echo(echo) {
   make_folders(scratch);
-  const Pipe orders;
+  const OrderSockets orders;
   const Pipe events;
   const Pipe log;
   const pid_t supervisor = getpid();
   _pid = fork();
   if (_pid < 0) fail("a worker process");
   if (_pid == 0)
-    become_worker(scratch, supervisor, orders.read_end, events.write_end, log.write_end);
-  setpgid(_pid, _pid);  // whichever of both comes first
-  for (const int theirs : {orders.read_end, events.write_end, log.write_end}) close(theirs);
-  _orders = orders.write_end;
+    become_worker(scratch, supervisor, orders.worker_end, events.write_end, log.write_end);
+  for (const int theirs : {orders.worker_end, events.write_end, log.write_end}) close(theirs);
+  _orders = orders.supervisor_end;
   _events = events.read_end;
   _log = log.read_end;
   for (const int ours : {_orders, _events, _log}) set_nonblocking(ours);
@@ -108,36 +131,27 @@ WorkerProcess::~WorkerProcess() {
   std::filesystem::remove_all(_scratch, ignored);
 }
 
-void WorkerProcess::send(const Order& order) {
-  _pending_orders += encode_frame(encode_order(order));
-  send_pending();
+void WorkerProcess::send(OrderWithDocument order) {
+  _sender.add(std::move(order));
+  _sender.send(_orders);
 }
 
-void WorkerProcess::tidy(const std::string& except) const {
+void WorkerProcess::tidy() const {
   std::error_code ignored;
   for (const auto& entry : std::filesystem::directory_iterator(_scratch, ignored)) {
-    if (entry.path().filename() != except) std::filesystem::remove_all(entry.path(), ignored);
-  }
-}
-
-void WorkerProcess::send_pending() {
-  while (!_pending_orders.empty()) {
-    const ssize_t count = write(_orders, _pending_orders.data(), _pending_orders.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return;  // full, or the worker is gone, which its other pipe tells
-    _pending_orders.erase(0, static_cast<std::size_t>(count));
+    std::filesystem::remove_all(entry.path(), ignored);
   }
 }
 
 void WorkerProcess::watch(std::vector<pollfd>& watched) const {
   watched.push_back({_events, POLLIN, 0});
   if (_log >= 0) watched.push_back({_log, POLLIN, 0});
-  if (!_pending_orders.empty()) watched.push_back({_orders, POLLOUT, 0});
+  if (_sender.has_pending()) watched.push_back({_orders, POLLOUT, 0});
 }
 
 std::vector<Event> WorkerProcess::exchange() {
   std::vector<Event> events;
-  send_pending();
+  _sender.send(_orders);
   receive(events);
   receive_log();  // after the events, so that what was printed before them has been read as well
   return events;
@@ -165,14 +179,14 @@ void WorkerProcess::receive_log() {
   const ssize_t count = _log < 0 ? -1 : read(_log, buffer.data(), buffer.size());
   if (count == 0) close_if_open(_log);
   if (count <= 0) return;
-  if (_echo)
-    static_cast<void>(!write(STDERR_FILENO, buffer.data(), static_cast<std::size_t>(count)));
-  _log_tail.append(buffer.data(), static_cast<std::size_t>(count));
-  if (_log_tail.size() > kLogTail) _log_tail.erase(0, _log_tail.size() - kLogTail);
+  const std::string text = _words.add({buffer.data(), static_cast<std::size_t>(count)});
+  if (_echo) static_cast<void>(!write(STDERR_FILENO, text.data(), text.size()));
 }
 
 void WorkerProcess::kill() {
-  if (!_reaped && _pid > 0) ::kill(-_pid, SIGKILL);
+  if (_reaped || _pid <= 0) return;
+  ::kill(_pid, SIGKILL);  // it may not lead its group yet
+  ::kill(-_pid, SIGKILL);
 }
 
 void WorkerProcess::reap() {
@@ -181,6 +195,7 @@ void WorkerProcess::reap() {
   while (wait4(_pid, &_status, 0, &usage) < 0 && errno == EINTR) {
   }
   ::kill(-_pid, SIGKILL);  // what it has started
+  end_processes_of(_scratch);
   _reaped = true;
   _peak_memory_kib = usage.ru_maxrss;
 }
@@ -212,15 +227,6 @@ std::string WorkerProcess::cause_of_end(int memory_limit_mib) {
   return was_full
              ? fmt::format("{}, short of memory: --memory-limit is {}", crash, memory_limit_mib)
              : crash;
-}
-
-std::string WorkerProcess::last_words() const {
-  std::string words;
-  std::istringstream lines(_log_tail);
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty()) words += (words.empty() ? "" : "; ") + line;
-  }
-  return words;
 }
 
 }  // namespace cli

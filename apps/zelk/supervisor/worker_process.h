@@ -9,13 +9,15 @@
 
 #include "exchange/frames.h"
 #include "exchange/messages.h"
+#include "exchange/order_channel.h"
+#include "supervisor/worker_log.h"
 
 struct pollfd;
 
 namespace cli {
 
-// A worker as its supervisor sees it: a process in a scratch folder of its own, two pipes for
-// orders and events, a third for what it and its engine print.
+// A worker as its supervisor sees it: a process in a scratch folder of its own, a socket for
+// orders, a pipe for events, another for what it and its engine print.
 class WorkerProcess {
  public:
   // Starts the program anew as a worker. Throws Error.
@@ -30,9 +32,9 @@ class WorkerProcess {
   // Path of a file in the scratch folder.
   std::string path(const std::string& name) const { return _scratch + "/" + name; }
 
-  void send(const Order& order);
-  // Removes what a job has left in the scratch folder, except the file named.
-  void tidy(const std::string& except) const;
+  void send(OrderWithDocument order);
+  // Removes what a job has left in the scratch folder.
+  void tidy() const;
 
   // Adds what is to be waited for.
   void watch(std::vector<pollfd>& watched) const;
@@ -46,12 +48,11 @@ class WorkerProcess {
   // end for lack of memory from others.
   std::string cause_of_end(int memory_limit_mib);
   // What the worker and its engine printed last, its lines joined by "; "; may be empty.
-  std::string last_words() const;
+  std::string last_words() const { return _words.last_words(); }
   // The worker's peak of resident memory; known after its end.
   long peak_memory_kib() const { return _peak_memory_kib; }
 
  private:
-  void send_pending();
   void receive(std::vector<Event>& events);
   void receive_log();
   void reap();
@@ -63,9 +64,9 @@ class WorkerProcess {
   int _orders = -1;
   int _events = -1;
   int _log = -1;
-  std::string _pending_orders;
+  OrderSender _sender;
   FrameReader _frames;
-  std::string _log_tail;
+  WorkerLog _words;
   bool _ended = false;
   bool _reaped = false;
   bool _was_short_of_memory = false;

@@ -6,8 +6,9 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <fstream>
 #include <iterator>
+
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -87,7 +88,7 @@ std::uint8_t sample(std::uint32_t pixel, std::uint32_t mask) {
 
 std::optional<BmpHeader> read_bmp_header(const std::string& path) {
   std::string bytes(kFileHeader + 124 + kColours, '\0');
-  std::ifstream file(path, std::ios::binary);
+  InputStream file(path);
   file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   bytes.resize(static_cast<std::size_t>(file.gcount()));
   if (bytes.size() < kPlainHeader + kMasks || !bytes.starts_with("BM")) return {};

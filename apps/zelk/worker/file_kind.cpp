@@ -2,19 +2,17 @@
 #include "worker/file_kind.h"
 
 #include <FreeImage.h>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 #include <string_view>
 
 #include "worker/document_pages.h"
 #include "worker/foreign_content.h"
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -33,17 +31,13 @@ std::string unreadable_reason(const std::string& path) {
   if (S_ISDIR(info.st_mode)) return "is a directory";
   if (!S_ISREG(info.st_mode)) return "is not a regular file";
   if (info.st_size == 0) return "the file is empty";
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return std::strerror(errno);
-  close(descriptor);
   return "";
 }
 
-bool has_pdf_header(const std::string& path) {
+bool has_pdf_header(FILE* file) {
   char start[1024];
-  std::ifstream stream(path, std::ios::binary);
-  stream.read(start, sizeof start);
-  const std::string_view text(start, static_cast<std::size_t>(stream.gcount()));
+  std::rewind(file);
+  const std::string_view text(start, std::fread(start, 1, sizeof start, file));
   return text.find("%PDF-") != std::string_view::npos;
 }
 
@@ -52,11 +46,14 @@ bool has_pdf_header(const std::string& path) {
 FileKind kind_of_file(const std::string& path) {
   const std::string reason = unreadable_reason(path);
   if (!reason.empty()) throw UnreadableDocument(reason, false);
-  const FREE_IMAGE_FORMAT format = FreeImage_GetFileType(path.c_str(), 0);
+  const InputFile file = open_input(path);
+  if (file == nullptr) throw UnreadableDocument(std::strerror(errno), false);
+  const FREE_IMAGE_FORMAT format =
+      FreeImage_GetFileTypeFromHandle(input_functions(), file.get(), 0);
   if (std::find(std::begin(kPictures), std::end(kPictures), format) != std::end(kPictures)) {
     return {false, format};
   }
-  if (has_pdf_header(path)) return {true, -1};
+  if (has_pdf_header(file.get())) return {true, -1};
   if (holds_only_zeros(path)) {
     throw UnreadableDocument("the file holds nothing but zero bytes, it was not copied to its end",
                              false);

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <fstream>
 #include <string_view>
 
 #include "exchange/names.h"
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -58,7 +58,7 @@ constexpr Signature kSignatures[] = {
 
 std::string start_of(const std::string& path) {
   std::string start(kStart, '\0');
-  std::ifstream file(path, std::ios::binary);
+  InputStream file(path);
   file.read(start.data(), static_cast<std::streamsize>(start.size()));
   start.resize(static_cast<std::size_t>(file.gcount()));
   return start;
@@ -109,7 +109,7 @@ std::string foreign_content(const std::string& path) {
 }
 
 bool holds_only_zeros(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  InputStream file(path);
   std::string block(std::size_t{1} << 16, '\0');
   bool is_empty = true;
   for (;;) {

@@ -3,12 +3,12 @@
 
 #include <csetjmp>
 #include <cstdio>
-#include <memory>
 
 // libjpeg's header does not include what it uses.
 #include <jpeglib.h>
 
 #include "worker/decoder_messages.h"
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -56,8 +56,7 @@ void decode(std::FILE* file) {
 }  // namespace
 
 void repeat_jpeg_messages(const std::string& path) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rbe"),
-                                                             std::fclose);
+  const InputFile file = open_input(path);
   if (file != nullptr) decode(file.get());
 }
 

@@ -6,10 +6,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <memory>
 #include <new>
 #include <vector>
+
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -19,10 +22,38 @@ struct CloseTiff {
 };
 using Tiff = std::unique_ptr<TIFF, CloseTiff>;
 
+tmsize_t read_some(thandle_t file, void* buffer, tmsize_t size) {
+  return static_cast<tmsize_t>(
+      std::fread(buffer, 1, static_cast<std::size_t>(size), static_cast<FILE*>(file)));
+}
+
+tmsize_t write_nothing(thandle_t, void*, tmsize_t) {
+  return 0;
+}
+
+toff_t seek(thandle_t file, toff_t offset, int origin) {
+  auto* const stream = static_cast<FILE*>(file);
+  if (fseeko(stream, static_cast<off_t>(offset), origin) != 0) return static_cast<toff_t>(-1);
+  return static_cast<toff_t>(ftello(stream));
+}
+
+int leave_open(thandle_t) {
+  return 0;
+}
+
+toff_t size_of(thandle_t file) {
+  const toff_t place = seek(file, 0, SEEK_CUR);
+  const toff_t size = seek(file, 0, SEEK_END);
+  seek(file, place, SEEK_SET);
+  return size;
+}
+
 // Null unless libtiff can make a picture of the page.
-Tiff open_page(const std::string& path, std::uint64_t place) {
+Tiff open_page(FILE* file, std::uint64_t place) {
+  if (file == nullptr) return nullptr;
   // "m": a file that shrinks while it is mapped would end the process.
-  Tiff tiff(TIFFOpen(path.c_str(), "rm"));
+  Tiff tiff(TIFFClientOpen("", "rm", file, read_some, write_nothing, seek, leave_open, size_of,
+                           nullptr, nullptr));
   char reason[1024] = "";
   if (tiff == nullptr || TIFFSetSubDirectory(tiff.get(), place) != 1) return nullptr;
   if (TIFFRGBAImageOK(tiff.get(), reason) != 1) return nullptr;
@@ -58,13 +89,15 @@ BYTE on_white(std::uint32_t colour, std::uint32_t alpha) {
 }  // namespace
 
 std::optional<PictureHeader> libtiff_header(const std::string& path, std::uint64_t place) {
-  const Tiff tiff = open_page(path, place);
+  const InputFile file = open_input(path);
+  const Tiff tiff = open_page(file.get(), place);
   if (tiff == nullptr) return std::nullopt;
   return header_of(tiff.get());
 }
 
 PageBitmap libtiff_bitmap(const std::string& path, std::uint64_t place) {
-  const Tiff tiff = open_page(path, place);
+  const InputFile file = open_input(path);
+  const Tiff tiff = open_page(file.get(), place);
   if (tiff == nullptr) return nullptr;
   const PictureHeader header = header_of(tiff.get());
   constexpr unsigned kMostPixels = std::numeric_limits<int>::max();

@@ -1,47 +1,54 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "worker/pdf_decryption.h"
 
-#include <qpdf/qpdf-c.h>
+// clang 14 does not compile qpdf 11.3's JSON as C++20, and nothing here uses it: its header counts
+// as included. Standard smart pointers only; without a choice qpdf's headers warn.
+#define JSON_HH
+class JSON;
+#define POINTERHOLDER_TRANSITION 4
 
-#include <memory>
-#include <stdexcept>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFExc.hh>
+#include <qpdf/QPDFWriter.hh>
+
+#include <exception>
+#include <new>
 
 #include "worker/document_pages.h"
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
 
-struct Cleanup {
-  void operator()(qpdf_data document) const { qpdf_cleanup(&document); }
-};
-using Document = std::unique_ptr<_qpdf_data, Cleanup>;
-
-bool failed(QPDF_ERROR_CODE code) {
-  return (code & QPDF_ERRORS) != 0;
-}
-
-void write(qpdf_data document, const std::string& path) {
-  const bool opened = !failed(qpdf_init_write(document, path.c_str()));
-  if (opened) qpdf_set_preserve_encryption(document, QPDF_FALSE);
-  if (opened && !failed(qpdf_write(document))) return;
-  throw std::runtime_error(qpdf_get_error_full_text(document, qpdf_get_error(document)));
+// False when it is no PDF that can be read.
+bool read(QPDF& document, FILE* file, const std::string& password) {
+  constexpr bool kCloseFile = false;
+  document.setSuppressWarnings(true);
+  try {
+    document.processFile("document", file, kCloseFile, password.c_str());
+    return true;
+  } catch (const QPDFExc& error) {
+    if (error.getErrorCode() != qpdf_e_password) return false;
+    throw UnreadableDocument(
+        password.empty() ? "a password is needed (--password)" : "the password is wrong", true);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    return false;
+  }
 }
 
 }  // namespace
 
 bool decrypt_pdf(const std::string& path, const std::string& password,
                  const std::string& decrypted_path) {
-  const Document document(qpdf_init());
-  qpdf_silence_errors(document.get());
-  qpdf_set_suppress_warnings(document.get(), QPDF_TRUE);
-  if (failed(qpdf_read(document.get(), path.c_str(), password.c_str()))) {
-    const auto code = qpdf_get_error_code(document.get(), qpdf_get_error(document.get()));
-    if (code != qpdf_e_password) return false;
-    throw UnreadableDocument(
-        password.empty() ? "a password is needed (--password)" : "the password is wrong", true);
-  }
-  if (!qpdf_is_encrypted(document.get())) return false;
-  write(document.get(), decrypted_path);
+  const InputFile file = open_input(path);
+  QPDF document;
+  if (file == nullptr || !read(document, file.get(), password) || !document.isEncrypted())
+    return false;
+  QPDFWriter writer(document, decrypted_path.c_str());
+  writer.setPreserveEncryption(false);
+  writer.write();
   return true;
 }
 

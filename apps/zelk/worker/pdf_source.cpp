@@ -8,10 +8,10 @@
 #include <climits>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
 #include <iterator>
 #include <new>
 
+#include "readers/pdf_file_access.h"
 #include "readers/pdf_page_pictures.h"
 #include "readers/pdf_page_size.h"
 #include "readers/pdf_page_text.h"
@@ -65,7 +65,8 @@ std::string damage_of(const PdfPictureLosses& losses) {
 // A PDF is read from its end.
 std::string refusal(const std::string& path) {
   constexpr std::streamoff kEnd = 2048;
-  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  InputStream file(path);
+  file.seekg(0, std::ios::end);
   const std::streamoff size = file.tellg();
   file.seekg(std::max<std::streamoff>(0, size - kEnd));
   const std::string end(std::istreambuf_iterator<char>(file), {});
@@ -81,21 +82,26 @@ void PdfSource::CloseReader::operator()(pdfiumreader* reader) const {
   delete_reader(reader);
 }
 
-PdfSource::Reader PdfSource::open(const std::string& path) {
-  Reader reader(new pdfiumreader);
-  reader->load_image(path.c_str(), kUsualResolution);
-  return reader;
+void PdfSource::open(const std::string& path) {
+  _reader.reset(new pdfiumreader);
+  _file = open_input(path);
+  if (_file == nullptr) return;
+  _access = std::make_unique<PdfFileAccess>(_file.get());
+  _access->load_image(*_reader, kUsualResolution);
 }
 
 PdfSource::PdfSource(const std::string& path, const PageSettings& settings,
                      const std::string& decrypted_path)
-    : _settings(settings), _reader(open(path)) {
+    : _settings(settings) {
+  open(path);
   if (_reader->_pdf_doc == nullptr && decrypt_pdf(path, settings.password, decrypted_path)) {
-    _reader = open(decrypted_path);
+    open(decrypted_path);
   }
   if (_reader->_pdf_doc == nullptr) throw UnreadableDocument(refusal(path), false);
   if (_reader->_page_num < 1) throw UnreadableDocument("the PDF has no pages", false);
 }
+
+PdfSource::~PdfSource() = default;
 
 int PdfSource::page_count() const {
   return _reader->_page_num;

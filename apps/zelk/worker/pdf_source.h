@@ -5,8 +5,10 @@
 #include <memory>
 #include <string>
 
+#include "worker/input_file.h"
 #include "worker/page_source.h"
 
+class PdfFileAccess;
 class pdfiumreader;
 
 namespace cli {
@@ -17,6 +19,8 @@ class PdfSource : public PageSource {
   // Throws UnreadableDocument.
   PdfSource(const std::string& path, const PageSettings& settings,
             const std::string& decrypted_path);
+
+  ~PdfSource() override;
 
   bool is_pdf() const override { return true; }
   int page_count() const override;
@@ -30,9 +34,12 @@ class PdfSource : public PageSource {
     void operator()(pdfiumreader* reader) const;
   };
   using Reader = std::unique_ptr<pdfiumreader, CloseReader>;
-  static Reader open(const std::string& path);
+  void open(const std::string& path);
 
   const PageSettings _settings;
+  // PDFium reads from these until the document is closed.
+  InputFile _file;
+  std::unique_ptr<PdfFileAccess> _access;
   Reader _reader;
 };
 

@@ -9,7 +9,8 @@
 #include <array>
 #include <cctype>
 #include <cstdint>
-#include <fstream>
+
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -17,7 +18,8 @@ namespace {
 // A file that is read from its start; what lies behind its end is zero.
 class File {
  public:
-  explicit File(const std::string& path) : _stream(path, std::ios::binary | std::ios::ate) {
+  explicit File(const std::string& path) : _stream(path) {
+    _stream.seekg(0, std::ios::end);
     _size = _stream ? static_cast<std::uint64_t>(_stream.tellg()) : 0;
     _stream.seekg(0);
   }
@@ -56,7 +58,7 @@ class File {
   }
 
  private:
-  std::ifstream _stream;
+  InputStream _stream;
   std::uint64_t _size = 0;
 };
 

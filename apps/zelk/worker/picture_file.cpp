@@ -12,6 +12,7 @@
 #include "readers/netpbm_header.h"
 #include "worker/decoder_messages.h"
 #include "worker/gif_header.h"
+#include "worker/input_file.h"
 #include "worker/jpeg_messages.h"
 #include "worker/libtiff_page.h"
 #include "worker/memory_limit.h"
@@ -25,6 +26,11 @@ namespace {
 std::string refusal(const std::string& path, int format) {
   const std::string damage = picture_damage(path, format);
   return "the content is not a picture that can be decoded" + (damage.empty() ? "" : ": " + damage);
+}
+
+bool is_impossible(int format, const std::string& path) {
+  const InputFile file = open_input(path);
+  return file == nullptr || is_impossible_netpbm(format, file.get());
 }
 
 int exif_orientation(FIBITMAP* header) {
@@ -91,7 +97,7 @@ PictureHeader PictureFile::header(int index) const {
 
 PictureHeader PictureFile::plain_header() const {
   if (_format == FIF_GIF) return gif_header(_path);
-  if (is_impossible_netpbm(_format, _path.c_str())) throw UnreadablePage(refusal(_path, _format));
+  if (is_impossible(_format, _path)) throw UnreadablePage(refusal(_path, _format));
   const PageBitmap header = stream().load(_format, FIF_LOAD_NOPIXELS);
   if (header == nullptr) throw UnreadablePage(refusal(_path, _format));
   PictureHeader result = read_header(header.get());

@@ -8,6 +8,7 @@
 
 #include "worker/bmp_header.h"
 #include "worker/document_pages.h"
+#include "worker/input_file.h"
 #include "worker/picture_header.h"
 #include "worker/tiff_tags.h"
 

@@ -11,7 +11,7 @@
 namespace cli {
 
 PictureStream::PictureStream(const std::string& path, ReplacedStart start)
-    : _start(std::move(start)), _file(path, std::ios::binary) {}
+    : _start(std::move(start)), _file(path) {}
 
 PageBitmap PictureStream::load(int format, int flags) {
   FreeImageIO functions = {};

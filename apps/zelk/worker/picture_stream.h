@@ -3,10 +3,10 @@
 #define ZELK_APPS_WORKER_PICTURE_STREAM_H
 
 #include <cstdint>
-#include <fstream>
 #include <string>
 
 #include "worker/document_pages.h"
+#include "worker/input_file.h"
 
 namespace cli {
 
@@ -39,7 +39,7 @@ class PictureStream {
   std::uint64_t size();
 
   const ReplacedStart _start;
-  std::ifstream _file;
+  InputStream _file;
   std::uint64_t _place = 0;
   bool _ended_early = false;
 };

@@ -4,8 +4,9 @@
 
 namespace cli {
 
-// From here on system calls that reach beyond the process fail with EPERM: sockets, programs,
-// tracing, mounts, signals to others, kernel settings. False when the kernel cannot filter.
+// From here on only those system calls work that computing, threads and files take; all others,
+// those that do not exist yet included, fail with EPERM or ENOSYS. False when the kernel cannot
+// filter.
 bool filter_system_calls();
 
 }  // namespace cli

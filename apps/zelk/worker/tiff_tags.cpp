@@ -2,8 +2,9 @@
 #include "worker/tiff_tags.h"
 
 #include <cstdint>
-#include <fstream>
 #include <unordered_set>
+
+#include "worker/input_file.h"
 
 namespace cli {
 namespace {
@@ -11,9 +12,9 @@ namespace {
 // Whole numbers of a TIFF file, in either byte order, in the classic layout or that of BigTIFF.
 class TiffFile {
  public:
-  explicit TiffFile(const std::string& path) : _stream(path, std::ios::binary) {
-    _little_endian = _stream.get() == 'I';
-    _stream.get();
+  explicit TiffFile(const std::string& path) : _file(open_input(path)) {
+    _little_endian = byte() == 'I';
+    byte();
     _big = number(2) == 43;
     if (_big) number(4);  // size of offsets, padding
   }
@@ -21,8 +22,8 @@ class TiffFile {
   std::uint64_t number(int bytes) {
     std::uint64_t value = 0;
     for (int i = 0; i < bytes; ++i) {
-      const auto byte = static_cast<std::uint64_t>(_stream.get() & 0xFF);
-      value |= byte << 8 * (_little_endian ? i : bytes - 1 - i);
+      value |= static_cast<std::uint64_t>(byte() & 0xFF)
+               << 8 * (_little_endian ? i : bytes - 1 - i);
     }
     return value;
   }
@@ -36,11 +37,20 @@ class TiffFile {
     return value;
   }
 
-  void seek(std::uint64_t place) { _stream.seekg(static_cast<std::streamoff>(place)); }
-  bool good() const { return _stream.good(); }
+  void seek(std::uint64_t place) {
+    _good = _good && fseeko(_file.get(), static_cast<off_t>(place), SEEK_SET) == 0;
+  }
+  bool good() const { return _good; }
 
  private:
-  std::ifstream _stream;
+  int byte() {
+    const int value = _good ? std::getc(_file.get()) : EOF;
+    _good = _good && value != EOF;
+    return value;
+  }
+
+  InputFile _file;
+  bool _good = _file != nullptr;
   bool _little_endian = true;
   bool _big = false;
 };
@@ -101,7 +111,7 @@ std::vector<TiffTags> read_tiff_tags(const std::string& path) {
 
 ReplacedStart start_at_directory(const std::string& path, std::uint64_t place) {
   std::string header(16, '\0');
-  std::ifstream file(path, std::ios::binary);
+  InputStream file(path);
   file.read(header.data(), static_cast<std::streamsize>(header.size()));
   const bool is_little_endian = header[0] == 'I';
   const bool is_big_tiff = header[is_little_endian ? 2 : 3] == 43;

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <nlohmann/json.hpp>
@@ -17,12 +18,15 @@
 
 #include "exchange/error.h"
 #include "exchange/files.h"
+#include "exchange/order_channel.h"
 #include "process/page_raster.h"
 #include "worker/decoder_messages.h"
 #include "worker/document_pages.h"
+#include "worker/event_pipe.h"
+#include "worker/input_file.h"
 #include "worker/memory_limit.h"
-#include "worker/order_pipe.h"
 #include "worker/page_recognizer.h"
+#include "worker/process_state.h"
 #include "worker/sandbox.h"
 #include "writers/page_jpeg.h"
 
@@ -66,21 +70,23 @@ void write_output(const AssembleOrder::Target& target, const OutputOrder& docume
 
 class Worker {
  public:
-  Worker(int orders, int events) : _pipe(orders, events), _events(events) {}
+  Worker(int orders, int events) : _orders(orders), _pipe(events), _events(events) {}
 
   int run() {
-    while (std::optional<Order> order = _pipe.receive()) {
-      if (std::holds_alternative<QuitOrder>(*order)) {
+    while (std::optional<OrderWithDocument> received = _orders.receive()) {
+      const Order& order = received->order;
+      _received = std::move(received->document);
+      if (std::holds_alternative<QuitOrder>(order)) {
         _document.reset();
         _recognizer.stop();
         _pipe.send(Bye{});
         return 0;
       }
-      if (const auto* const settings = std::get_if<StartOrder>(&*order)) {
+      if (const auto* const settings = std::get_if<StartOrder>(&order)) {
         start(*settings);
         continue;
       }
-      std::visit([this](const auto& job) { do_job(job); }, *order);
+      std::visit([this](const auto& job) { do_job(job); }, order);
     }
     return 1;
   }
@@ -122,12 +128,17 @@ class Worker {
                        _settings.memory_limit_mib);
   }
 
-  OrderPipe _pipe;
+  OrderReceiver _orders;
+  EventPipe _pipe;
   int _events;
   StartOrder _settings;
   PageRecognizer _recognizer;
+  // As the engine left it at its start, to which every page returns.
+  std::optional<ProcessState> _state;
+  Descriptor _received;                      // with the order at hand
+  Descriptor _descriptor;                    // of the document below
   std::unique_ptr<DocumentPages> _document;  // stays open from one window to the next
-  std::string _input;                        // its file
+  std::string _input;                        // its name in orders
   bool _is_page_damaged = false;             // the page at work has failed for its lost parts
 };
 
@@ -136,12 +147,15 @@ void Worker::start(const StartOrder& order) {
   limit_memory(order.memory_limit_mib, _events);
   silence_decoders();
   Ready ready;
+  const std::string scratch = std::filesystem::current_path().string();
   ready.failure = _recognizer.start(order.engine_dir);
+  if (chdir(scratch.c_str()) != 0) ready.failure = "left no scratch folder";
   constexpr std::uint64_t kLibrary = std::uint64_t{16} << 20;  // one that could not be mapped
   if (!ready.failure.empty() && (take_memory_was_short() || limit_forbids(kLibrary))) {
     ready.failure += ": " + memory_failure();
   }
   if (order.sandbox && ready.failure.empty()) ready.sandbox_gap = enter_sandbox(order.readable);
+  _state.emplace(scratch);
   _pipe.send(ready);
 }
 
@@ -152,7 +166,10 @@ DocumentPages& Worker::document(const std::string& input) {
   if (_settings.page.dpi > 0) settings.dpi = _settings.page.dpi;
   settings.password = _settings.password;
   settings.max_pixels = _settings.page.max_pixels;
-  _document = std::make_unique<DocumentPages>(input, settings, kDecryptedFile);
+  if (!_received.is_open()) throw std::runtime_error("no descriptor is left for the document");
+  _descriptor = std::move(_received);
+  _document = std::make_unique<DocumentPages>(descriptor_path(_descriptor.number()), settings,
+                                              kDecryptedFile);
   _input = input;
   return *_document;
 }
@@ -170,7 +187,7 @@ void Worker::handle(const OpenOrder& order) {
     _pipe.send(Refused{error.what(), error.needs_password()});
     return;
   }
-  if (order.digest) opened.digest = digest_of_file(order.input);
+  if (order.digest) opened.digest = digest_of_descriptor(_descriptor.number(), order.input);
   if (access(kDecryptedFile, F_OK) == 0) opened.decrypted = kDecryptedFile;
   _pipe.send(opened);
 }
@@ -186,12 +203,13 @@ void Worker::make_page(const PagesOrder& order, const PagesOrder::Page& page) {
   record.page = page.number;
   _is_page_damaged = false;
   fill_record(order, page.index, record);
+  _state->restore();
   record.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   record.memory_kib = peak_memory_kib();
   write_page_record(page_record_name(page.number), record);
+  unlink(page_picture_name(page.number).c_str());
   _pipe.send(PageFinished{page.number, record.failure, record.is_unreadable, _is_page_damaged,
-                          record.has_own_text, !record.jpeg.empty(), record.warning, record.seconds,
-                          record.memory_kib});
+                          record.has_own_text, record.warning, record.seconds, record.memory_kib});
 }
 
 void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record) {
@@ -204,21 +222,23 @@ void Worker::fill_record(const PagesOrder& order, int index, PageRecord& record)
     note_damage(page, record);
     record.dots_per_inch = page.dots_per_inch;
     ofd::stamp_resolution(page.bitmap.get(), page.dots_per_inch);
+    if (_settings.pictures) {
+      // Left behind at once: it stands for the page if recognition ends this worker.
+      add_picture(page.bitmap.get(), record);
+      write_page_record(page_picture_name(record.page), record);
+    }
     take_memory_was_short();  // what was short until now has done no harm
-    if (order.failure.empty() && record.failure.empty()) recognize(index, page, record);
+    if (record.failure.empty()) recognize(index, page, record);
     if (!record.failure.empty() && take_memory_was_short())
       record.failure += ": " + memory_failure();
-    if (_settings.pictures) add_picture(page.bitmap.get(), record);
-    if (!order.failure.empty()) record.failure = order.failure;
   } catch (const UnreadablePage& error) {
     record.failure = error.what();
     record.is_unreadable = true;
   } catch (const std::bad_alloc&) {
     record.failure = memory_failure();
   }
-  // What order.failure tells has the name already.
-  const bool is_news = !record.failure.empty() && record.failure != order.failure;
-  if (is_news && !order.name.empty()) record.failure = order.name + ": " + record.failure;
+  if (!record.failure.empty() && !order.name.empty())
+    record.failure = order.name + ": " + record.failure;
 }
 
 void Worker::note_damage(const PreparedPage& page, PageRecord& record) {

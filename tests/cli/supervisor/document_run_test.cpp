@@ -26,7 +26,6 @@ class DocumentRunTest : public testing::Test {
     const std::optional<Job> job = document->next_job(1);
     EXPECT_EQ(job->kind, Job::Kind::kOpen);
     document->prepare(*job, scratch);
-    EXPECT_EQ(cli::read_file(scratch + "/input-1-0"), "content");
     cli::Opened opened;
     opened.pages.assign(static_cast<std::size_t>(pages), {300, 400});
     document->handle(*job, opened, scratch);
@@ -34,7 +33,7 @@ class DocumentRunTest : public testing::Test {
     return *document;
   }
 
-  void finish(const Job& job, int page, const std::string& failure = "", bool has_picture = false) {
+  void finish(const Job& job, int page, const std::string& failure = "") {
     cli::PageRecord record;
     record.page = page;
     record.failure = failure;
@@ -42,7 +41,6 @@ class DocumentRunTest : public testing::Test {
     cli::PageFinished event;
     event.number = page;
     event.failure = failure;
-    event.has_picture = has_picture;
     document->handle(job, event, scratch);
   }
 
@@ -80,7 +78,7 @@ TEST_F(DocumentRunTest, OutputsAreAssembledWhenAllPagesAreDone) {
   finish_all(first);
   const Job assembly = *run.next_job(1);
   EXPECT_EQ(assembly.kind, Job::Kind::kAssemble);
-  const cli::Order order = run.prepare(assembly, scratch);
+  const cli::Order order = run.prepare(assembly, scratch).order;
   EXPECT_EQ(std::get<cli::AssembleOrder>(order).document.pages,
             (std::vector<std::string>{"page-000001", "page-000002"}));
   cli::write_file(scratch + "/output-0", "text");
@@ -136,15 +134,38 @@ TEST_F(DocumentRunTest, APageThatFailsTwiceIsRecordedWithItsCause) {
   EXPECT_EQ(run.outcome().state, cli::DocumentState::kDeliveredWithFailedPages);
 }
 
-TEST_F(DocumentRunTest, ForAPdfItsPictureIsTriedFirst) {
+TEST_F(DocumentRunTest, APictureThatAWorkerLeftStandsForThePage) {
   cli::DocumentRun& run = open(1, {cli::Format::kPdf});
-  run.handle_fault(*run.next_job(1), 1, "the worker crashed");
-  run.handle_fault(*run.next_job(1), 1, "the worker crashed");
-  const Job picture = *run.next_job(1);
-  EXPECT_EQ(picture.kind, Job::Kind::kPicture);
-  EXPECT_EQ(std::get<cli::PagesOrder>(run.prepare(picture, scratch)).failure, "the worker crashed");
-  run.handle_fault(picture, 1, "it crashed as well");
-  EXPECT_EQ(record(1)->failure, "the worker crashed") << "what befell its recognition";
+  cli::PageRecord picture;
+  picture.page = 1;
+  picture.jpeg = "a picture";
+  for (const char* cause : {"the worker crashed", "the worker crashed again"}) {
+    const Job job = *run.next_job(1);
+    cli::write_page_record(scratch + "/" + cli::page_picture_name(1), picture);
+    run.keep_picture(job, 1, scratch);
+    run.handle_fault(job, 1, cause);
+  }
+  EXPECT_EQ(record(1)->failure, "the worker crashed again");
+  EXPECT_EQ(record(1)->jpeg, "a picture");
+  EXPECT_EQ(run.next_job(1)->kind, Job::Kind::kAssemble);
+}
+
+TEST_F(DocumentRunTest, APageIsGivenUpWhenItsTimeIsUsedUp) {
+  options.page_timeout = 10;
+  cli::DocumentRun& run = open(2);
+  run.handle_fault(*run.next_job(1), 1, "no result", 10.0);
+  EXPECT_EQ(record(1)->failure, "no result");
+  run.handle_fault(*run.next_job(1), 2, "the worker crashed", 4.0);
+  const Job retry = *run.next_job(1);
+  EXPECT_EQ(retry.pages, std::vector<int>{2});
+  EXPECT_EQ(retry.seconds_used, 4.0);
+}
+
+TEST_F(DocumentRunTest, ADocumentThatTakesAllItsTimeToOpenIsNotTriedAgain) {
+  cli::InputDocument input{"scan.pdf", {folder.path("scan.pdf")}, {}};
+  document.emplace(input, 1, setting);
+  document->handle_fault(*document->next_job(1), 0, "no result", options.page_timeout);
+  EXPECT_EQ(document->outcome().state, cli::DocumentState::kUnreadable);
 }
 
 TEST_F(DocumentRunTest, AnAnswerOfAJobThatWasTakenBackIsNotBelieved) {
@@ -165,6 +186,22 @@ TEST_F(DocumentRunTest, AWorkerThatForgetsAPageIsAtFault) {
   finish(window, 1);
   run.handle(window, cli::JobDone{}, scratch);
   EXPECT_EQ(run.next_job(2)->pages, std::vector<int>{2});
+}
+
+// A worker that was taken over says what it likes.
+TEST_F(DocumentRunTest, AWorkerThatLeavesNothingIsAtFault) {
+  cli::DocumentRun& run = open(1);
+  cli::PageFinished finished;
+  finished.number = 1;
+  run.handle(*run.next_job(1), finished, scratch);
+  const Job retry = *run.next_job(1);
+  EXPECT_EQ(retry.pages, std::vector<int>{1});
+  std::filesystem::create_directory(scratch + "/" + cli::page_record_name(1));
+  run.handle(retry, finished, scratch);
+  EXPECT_EQ(record(1)->failure, "the worker left no result");
+  run.handle(*run.next_job(1), cli::JobDone{}, scratch);
+  run.handle(*run.next_job(1), cli::JobDone{}, scratch);
+  EXPECT_EQ(run.outcome().cause, "no outputs: the worker left no output");
 }
 
 TEST_F(DocumentRunTest, TooManyFailedPagesFailTheDocument) {

@@ -1,27 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "worker/order_pipe.h"
+#include "worker/event_pipe.h"
 
 #include <unistd.h>
 
 #include <cerrno>
 #include <system_error>
 
+#include "exchange/frames.h"
+
 namespace cli {
 
-std::optional<Order> OrderPipe::receive() {
-  for (;;) {
-    while (const std::optional<std::string> body = _frames.next()) {
-      if (std::optional<Order> order = decode_order(*body)) return order;
-    }
-    char buffer[1 << 16];
-    const ssize_t count = read(_orders, buffer, sizeof buffer);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return {};
-    _frames.feed({buffer, static_cast<std::size_t>(count)});
-  }
-}
-
-void OrderPipe::send(const Event& event) const {
+void EventPipe::send(const Event& event) const {
   const std::string frame = encode_frame(encode_event(event));
   std::string_view rest = frame;
   while (!rest.empty()) {
