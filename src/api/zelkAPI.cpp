@@ -8,9 +8,9 @@
 #include "text/StringFormat.h"
 
 // One object serves every host of the process; each further copy of the library that comes into it
-// has one of its own, because the library is linked with -Bsymbolic. Look it up with dlsym: a program
-// that names it without -fPIC gets a copy that is never used. Its page count relies on zeroed static
-// storage.
+// has one of its own, because the library is linked with -Bsymbolic. Whoever wants it looks it up
+// with dlsym: a program that names it without -fPIC gets a copy that is never used. Its page count
+// relies on zeroed static storage.
 extern ZELK_EXPORT ofd::MainProcess _pdf_process;
 ofd::MainProcess _pdf_process;
 

@@ -141,7 +141,8 @@ class Outputs(ProgramTest):
         closed = self.folder / "closed"
         closed.mkdir()
         for arguments, words in (
-                (["-d", "file"], "zelk: cannot write the output: file: Not a directory\n"),
+                (["-d", "file"],
+                 "zelk: cannot write the output: file is no folder, --directory needs one\n"),
                 (["-d", "file/below"],
                  "zelk: cannot write the output: file/below: Not a directory\n"),
                 (["-o", "closed"], "zelk: cannot write the output: closed: Is a directory\n"),

@@ -137,12 +137,12 @@ SLIPS = {
     "list with an absent file": (["@{F}/list"], 2, ["{F}/absent.png: No such file or directory"]),
     "list's picture broken": (
         ["--image-list", "{F}/page.bmp", "{F}/crc.png"], 5,
-        ["{F}/page.bmp: page 2: {F}/crc.png: the content is not a picture that can be decoded: "
+        ["{F}/page.bmp: page 2: crc.png: the content is not a picture that can be decoded: "
          "the checksum of its chunk IDAT is wrong",
          "{F}/page.bmp: 1 of 2 pages could not be read"]),
     "list's file is no picture": (
         ["--image-list", "{F}/page.bmp", "{F}/office.pdf"], 5,
-        ["{F}/page.bmp: page 2: {F}/office.pdf: " + UNKNOWN + ", it is a ZIP archive",
+        ["{F}/page.bmp: page 2: office.pdf: " + UNKNOWN + ", it is a ZIP archive",
          "{F}/page.bmp: 1 of 2 pages could not be read"]),
     "too many pixels": (
         ["--max-pixels", "1000", "{F}/wide.bmp"], 2,

@@ -8,9 +8,9 @@
 namespace cli {
 
 enum class ErrorKind {
-  kInput,   // something cannot be read
-  kOutput,  // something cannot be written: an output, the journal, the scratch folder
-  kSystem,  // the system refuses a process, a pipe
+  kInput,       // something cannot be read
+  kOutput,      // something cannot be written: an output, the journal, the scratch folder
+  kSystem,      // the system refuses a process, a pipe
   kReaderGone,  // whoever read the results from a pipe has seen enough: no fault, but the end
 };
 
