@@ -259,9 +259,8 @@ void DocumentRun::load_records() {
 void DocumentRun::handle_page(const Job& job, const PageFinished& event,
                               const std::string& scratch) {
   if (!holds(job, event.number)) return;  // not a page of this job
-  const bool is_final =
-      event.failure.empty() || event.is_unreadable || event.is_damaged ||
-      page(event.number).attempts + 1 >= kAttempts;
+  const bool is_final = event.failure.empty() || event.is_unreadable || event.is_damaged ||
+                        page(event.number).attempts + 1 >= kAttempts;
   if (!is_final) return lose_pages(job, event.number, event.failure, event.seconds);
   const std::string record = scratch + "/" + page_record_name(event.number);
   if (!is_file(record)) return handle_fault(job, event.number, "the worker left no result");
@@ -305,8 +304,7 @@ void DocumentRun::handle_fault(const Job& job, int number, const std::string& ca
   lose_pages(job, number, name.empty() ? cause : name + ": " + cause, seconds);
 }
 
-void DocumentRun::lose_pages(const Job& job, int number, const std::string& cause,
-                             double seconds) {
+void DocumentRun::lose_pages(const Job& job, int number, const std::string& cause, double seconds) {
   give_back(job, number);
   if (number > 0 && _holders.erase(number) > 0) fail_page(number, cause, seconds);
   settle(job);

@@ -7,7 +7,8 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <system_error>
+
+#include "exchange/error.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ class NoFiles : public testing::Test {
 TEST_F(NoFiles, AreNotRead) {
   for (const std::string& path : {pipe, folder, std::string("/dev/zero")}) {
     EXPECT_FALSE(cli::read_file(path).has_value()) << path;
-    EXPECT_THROW(cli::digest_of_file(path), std::system_error) << path;
+    EXPECT_THROW(cli::digest_of_file(path), cli::Error) << path;
   }
 }
 
@@ -39,7 +40,7 @@ TEST_F(NoFiles, AreReplacedAndNotWrittenInto) {
 }
 
 TEST_F(NoFiles, AreNotMoved) {
-  EXPECT_THROW(cli::move_file(pipe, folder + "/moved"), std::system_error);
+  EXPECT_THROW(cli::move_file(pipe, folder + "/moved"), cli::Error);
 }
 
 TEST_F(NoFiles, ALinkIsReplacedAndItsTargetIsLeftAlone) {

@@ -41,8 +41,8 @@ TEST(Messages, PagesAndOutputsArriveInOrder) {
 }
 
 TEST(Messages, EventsKeepTheirFields) {
-  const auto event = cli::decode_event(cli::encode_event(
-      cli::PageFinished{12, "no", true, true, false, "careful", 1.5, 300'000}));
+  const auto event = cli::decode_event(
+      cli::encode_event(cli::PageFinished{12, "no", true, true, false, "careful", 1.5, 300'000}));
   ASSERT_TRUE(event.has_value());
   const auto& page = std::get<cli::PageFinished>(*event);
   EXPECT_EQ(page.number, 12);

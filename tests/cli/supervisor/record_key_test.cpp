@@ -60,10 +60,9 @@ TEST(RecordKey, PlaceIsTheSameForOtherFormatsAndSpellings) {
 TEST(RecordKey, OrderIsAboutOutputsAndPages) {
   const cli::InputDocument text = {"in.png", {"in.png"}, {{cli::Format::kText, "out/in.txt"}}};
   const cli::InputDocument json = {"in.png", {"in.png"}, {{cli::Format::kJson, "out/in.json"}}};
-  const std::set<std::string> orders = {cli::order_text(text, {1, 2}, false, "out"),
-                                        cli::order_text(text, {1, 2}, true, "out"),
-                                        cli::order_text(text, {1}, false, "out"),
-                                        cli::order_text(json, {1, 2}, false, "out")};
+  const std::set<std::string> orders = {
+      cli::order_text(text, {1, 2}, false, "out"), cli::order_text(text, {1, 2}, true, "out"),
+      cli::order_text(text, {1}, false, "out"), cli::order_text(json, {1, 2}, false, "out")};
   EXPECT_EQ(orders.size(), 4U);
 }
 

@@ -5,9 +5,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <system_error>
-
 #include "cli/supervisor/test_folder.h"
+#include "exchange/error.h"
 #include "exchange/files.h"
 
 namespace {
@@ -88,8 +87,8 @@ TEST_F(SourceFileTest, WhatIsMissingIsNamed) {
   try {
     SourceFile(folder.path("none"), kKeep).open();
     FAIL() << "no exception";
-  } catch (const std::system_error& error) {
-    EXPECT_EQ(error.code().value(), ENOENT);
+  } catch (const cli::Error& error) {
+    EXPECT_EQ(error.number(), ENOENT);
     EXPECT_NE(std::string(error.what()).find("none"), std::string::npos);
   }
 }
