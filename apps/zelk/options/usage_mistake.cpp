@@ -64,7 +64,7 @@ std::string unknown_option(const CLI::App& app) {
 }
 
 std::string reason_of(const CLI::App& app, const CLI::ParseError& error) {
-  const std::string text = error.what();
+  std::string text = error.what();
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
     const std::string unknown = unknown_option(app);
     return unknown.empty() ? text : unknown;
