@@ -37,11 +37,13 @@ def table(rows, columns):
 
 
 def folder(out, only, with_baseline):
-    for name in ('pages', 'truth'):
-        (out / name).mkdir(parents=True, exist_ok=True)
     if with_baseline:
         from . import baseline
     pages = sorted((page for page in PAGES if only in page.name), key=lambda page: page.name)
+    if not pages:
+        raise SystemExit(f'make_pages: no page has {only!r} in its name')
+    for name in ('pages', 'truth'):
+        (out / name).mkdir(parents=True, exist_ok=True)
     rows = []
     for page in pages:
         image, sheet = page.make()
