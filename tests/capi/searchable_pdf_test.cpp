@@ -6,6 +6,7 @@
 
 #include "api/zelkAPI.h"
 #include "support/Documents.h"
+#include "support/LeaksByContract.h"
 #include "support/ScriptedEngine.h"
 #include "writers/pdflib.h"
 
@@ -72,7 +73,10 @@ TEST_F(SearchablePdf, SecondRecognitionWritesItAgainWithTheSameBytes) {
 
 TEST_F(SearchablePdf, NextDocumentIsWrittenOverTheOneBefore) {
   write_tiff(folder.path("one.tif"), 40, 30, 1);
-  load("two.tif");
+  {
+    const LeaksByContract replaced_document;
+    load("two.tif");
+  }
   EXPECT_EQ(zelk_recognize(), 0);
   ASSERT_EQ(zelk_load_image_document(folder.path("one.tif").c_str(), 200), 1);
   EXPECT_EQ(zelk_recognize(), 0);
@@ -85,7 +89,10 @@ TEST_F(SearchablePdf, NameEndsWithTheDocumentTheListOrAnotherName) {
       [] { zelk_free_image_document(); }, [] { zelk_clear_images(); },
       [] { EXPECT_FALSE(zelk_set_double_document_filename("other.txt")); }};
   for (const auto& end_name : endings) {
-    load("two.tif");
+    {
+      const LeaksByContract replaced_document;
+      load("two.tif");
+    }
     end_name();
     ASSERT_EQ(zelk_load_image_document(folder.path("two.tif").c_str(), 200), 2);
     EXPECT_EQ(zelk_recognize(), 0);
